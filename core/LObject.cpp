@@ -1,0 +1,5 @@
+#include "vq0300/LObject.h"
+
+LObject::LObject() = default;
+
+LObject::~LObject() = default;

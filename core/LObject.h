@@ -1,0 +1,17 @@
+// LObject: the root of the library's object classes.
+//
+// It holds no data. Its only purpose is the virtual destructor, so that an
+// object of any derived class (the library's or the caller's) can be stored
+// in an LObjList, LStack or LTree and destroyed through an LObject*.
+#ifndef VQ0300_LOBJECT_H
+#define VQ0300_LOBJECT_H
+
+#include "vq0300_export.h"
+
+class VQ0300_API LObject {
+ public:
+  LObject();
+  virtual ~LObject();
+};
+
+#endif  // VQ0300_LOBJECT_H

@@ -1,0 +1,118 @@
+#include "vq0300/ErrorHandler.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "vq0300/BoundedCopy.h"
+
+namespace {
+
+// The file test that guards every recording and lookup: the handler works
+// only while its definition file can be opened.
+bool DefinitionFileOpens(const char* name) {
+  if (name == nullptr) return false;
+  FILE* file = std::fopen(name, "r");
+  if (file == nullptr) return false;
+  std::fclose(file);
+  return true;
+}
+
+char* CopyOf(const char* text) {
+  char* copy = new char[std::strlen(text) + 1];
+  util_strncpy(copy, text, 0, 0);
+  return copy;
+}
+
+// Destroys every element of list from the tail on; the list stays, empty.
+void DestroyElements(LObjList* list) {
+  while (!list->IsEmpty()) delete list->RemoveTail();
+}
+
+}  // namespace
+
+ErrorHandler::ErrorHandler()
+    : m_pDefinitionList(new LObjList),
+      m_pOccurredList(new LObjList),
+      m_pszDefaultDir(nullptr),
+      m_pszErrorFilename(nullptr),
+      m_nOccurred(0) {}
+
+ErrorHandler::~ErrorHandler() {
+  delete[] m_pszErrorFilename;
+  delete[] m_pszDefaultDir;
+  DestroyElements(m_pDefinitionList);
+  delete m_pDefinitionList;
+  DestroyElements(m_pOccurredList);
+  delete m_pOccurredList;
+}
+
+void ErrorHandler::SetDefaultDir(char const* dir) {
+  char* copy = CopyOf(dir != nullptr ? dir : "");
+  delete[] m_pszDefaultDir;
+  m_pszDefaultDir = copy;
+}
+
+void ErrorHandler::SetErrorFilename(char* name) {
+  if (name == nullptr || name[0] == '\0') return;
+  char* full;
+  if (m_pszDefaultDir != nullptr) {
+    const size_t dir_len = std::strlen(m_pszDefaultDir);
+    full = new char[dir_len + 1 + std::strlen(name) + 1];
+    util_strncpy(full, m_pszDefaultDir, 0, 0);
+    util_strncat(full, "/", 0, 0);
+    util_strncat(full, name, 0, 0);
+  } else {
+    full = CopyOf(name);
+  }
+  delete[] m_pszErrorFilename;
+  m_pszErrorFilename = full;
+}
+
+void ErrorHandler::SetErrorOccured(char* text) {
+  if (!DefinitionFileOpens(m_pszErrorFilename)) return;
+  ErrorElement* element = new ErrorElement;
+  element->SetErrorMessage(text);
+  m_pOccurredList->AddTail(element);
+  ++m_nOccurred;
+}
+
+void ErrorHandler::SetLastErrorOccured(char* text) {
+  if (!DefinitionFileOpens(m_pszErrorFilename)) return;
+  // The copy comes first: text may be the message of the element replaced.
+  ErrorElement* element = new ErrorElement;
+  element->SetErrorMessage(text);
+  if (m_nOccurred > 0) {
+    delete m_pOccurredList->RemoveTail();
+    --m_nOccurred;
+  }
+  m_pOccurredList->AddTail(element);
+  ++m_nOccurred;
+}
+
+char* ErrorHandler::GetErrorOccured(int i) {
+  if (!DefinitionFileOpens(m_pszErrorFilename)) return nullptr;
+  if (i < 0 || i >= m_nOccurred) return nullptr;
+  return static_cast<ErrorElement*>(m_pOccurredList->GetAt(i))->GetErrorMessage();
+}
+
+int ErrorHandler::GetNumberOfErrorOccured() { return m_nOccurred; }
+
+ErrorElement* ErrorHandler::GetErrorElement(unsigned short number, unsigned short offset) {
+  if (!DefinitionFileOpens(m_pszErrorFilename)) return nullptr;
+  const uint32_t key = (static_cast<uint32_t>(offset) << 16) | number;
+  for (int i = 0; i < m_pDefinitionList->GetCount(); ++i) {
+    ErrorElement* element = static_cast<ErrorElement*>(m_pDefinitionList->GetAt(i));
+    if (element->m_dwErrorCode == key) return element;
+  }
+  return nullptr;
+}
+
+void ErrorHandler::AppendErrorOccured(ErrorHandler* other) {
+  if (other == nullptr) return;
+  // Starts at this handler's own count, not at 0; other's count is read anew
+  // at each step.
+  for (int i = m_pOccurredList->GetCount(); i < other->m_pOccurredList->GetCount(); ++i) {
+    ErrorElement* element = static_cast<ErrorElement*>(other->m_pOccurredList->GetAt(i));
+    SetErrorOccured(element->GetErrorMessage());
+  }
+}

@@ -1,0 +1,96 @@
+// Helpers shared by the test programs: a fresh temporary directory per test,
+// small file helpers, and capture of a standard stream by redirecting its
+// file descriptor.
+#ifndef VQ0300_TESTS_TESTSUPPORT_H
+#define VQ0300_TESTS_TESTSUPPORT_H
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+
+namespace testsupport {
+
+// A directory under the system's temporary folder, removed with everything
+// in it when the object goes.
+class TempDir {
+ public:
+  TempDir() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "vq0300-test-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) std::abort();
+    path_ = pattern;
+  }
+  ~TempDir() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+
+  const std::string& path() const { return path_; }
+  std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+
+ private:
+  std::string path_;
+};
+
+inline void WriteFile(const std::string& path, const std::string& content) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  out << content;
+}
+
+inline std::string ReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+// Captures what is written to a C stream (stdout or stderr) between
+// construction and Release(), at the level of the file descriptor, so output
+// of the library through printf-family calls is seen as well.
+class CaptureStream {
+ public:
+  explicit CaptureStream(FILE* stream) : stream_(stream) {
+    std::fflush(stream_);
+    fd_ = fileno(stream_);
+    saved_ = dup(fd_);
+    std::string pattern = (std::filesystem::temp_directory_path() / "vq0300-capture-XXXXXX").string();
+    int tmp = mkstemp(pattern.data());
+    if (tmp < 0 || saved_ < 0) std::abort();
+    path_ = pattern;
+    dup2(tmp, fd_);
+    close(tmp);
+  }
+  ~CaptureStream() { Release(); }
+  CaptureStream(const CaptureStream&) = delete;
+  CaptureStream& operator=(const CaptureStream&) = delete;
+
+  // Restores the stream and returns everything written while captured.
+  std::string Release() {
+    if (saved_ >= 0) {
+      std::fflush(stream_);
+      dup2(saved_, fd_);
+      close(saved_);
+      saved_ = -1;
+      text_ = ReadFile(path_);
+      std::remove(path_.c_str());
+    }
+    return text_;
+  }
+
+ private:
+  FILE* stream_;
+  int fd_ = -1;
+  int saved_ = -1;
+  std::string path_;
+  std::string text_;
+};
+
+}  // namespace testsupport
+
+#endif  // VQ0300_TESTS_TESTSUPPORT_H
