@@ -1,5 +1,7 @@
 #include "vq0300/Crc.h"
 
+#include <array>
+
 #include "ByteBits_internal.h"
 
 VQ0300_API uint16_t g_wCRC_CCITT_Register = 0;
@@ -43,13 +45,24 @@ inline uint32_t InputByte(char c, bool reverse) {
 }
 
 // Eight low-bit-first steps of the byte b into the 16-bit register r.
-inline uint32_t EightBitSteps(uint32_t r, uint32_t b, uint32_t poly) {
+constexpr uint32_t EightBitSteps(uint32_t r, uint32_t b, uint32_t poly) {
   for (int k = 0; k < 8; ++k) {
     r = ((r ^ b) & 1u) != 0 ? (r >> 1) ^ poly : r >> 1;
     b >>= 1;
   }
   return r;
 }
+
+// The CCITT update does its eight low-bit-first steps through one lookup:
+// entry i is the eight steps of 0x8408 from the value i, and the register
+// after a byte b is (r >> 8) XOR entry[(r XOR b) & 0xFF], the same value the
+// steps give one by one.
+constexpr std::array<uint16_t, 256> CcittByteTable() {
+  std::array<uint16_t, 256> t{};
+  for (uint32_t i = 0; i < 256; ++i) t[i] = static_cast<uint16_t>(EightBitSteps(i, 0, kPolyCcitt));
+  return t;
+}
+constexpr std::array<uint16_t, 256> kCcittTable = CcittByteTable();
 
 }  // namespace
 
@@ -87,8 +100,9 @@ void init_crc_ccitt() { g_wCRC_CCITT_Register = 0xFFFF; }
 
 void get_crc_ccitt(char* data, bool reverse) {
   if (data == nullptr) return;
+  const uint32_t r = g_wCRC_CCITT_Register;
   g_wCRC_CCITT_Register =
-      static_cast<uint16_t>(EightBitSteps(g_wCRC_CCITT_Register, InputByte(*data, reverse), kPolyCcitt));
+      static_cast<uint16_t>((r >> 8) ^ kCcittTable[(r ^ InputByte(*data, reverse)) & 0xFFu]);
 }
 
 unsigned short return_crc_ccitt() { return static_cast<unsigned short>(~g_wCRC_CCITT_Register); }
