@@ -71,7 +71,8 @@ constexpr std::array<uint16_t, 256> kCcittTable = CcittByteTable();
 #define VQ0300_E64(n) VQ0300_E16(n), VQ0300_E16(n + 16), VQ0300_E16(n + 32), VQ0300_E16(n + 48)
 // Constant-initialised, so the table is in place before any code of the
 // process runs. "extern" keeps the export attribute on this const definition.
-VQ0300_API extern const uint64_t CRCTable[256] = {VQ0300_E64(0), VQ0300_E64(64), VQ0300_E64(128), VQ0300_E64(192)};
+VQ0300_API extern const uint64_t CRCTable[256] = {VQ0300_E64(0), VQ0300_E64(64), VQ0300_E64(128),
+                                                  VQ0300_E64(192)};
 #undef VQ0300_E64
 #undef VQ0300_E16
 #undef VQ0300_E4

@@ -53,8 +53,7 @@ VQ0300_API unsigned short get_crc_16(unsigned short crc, char* data, int length,
 
 // The same arguments and always the same result as get_crc_16, computed bit
 // by bit with no table.
-VQ0300_API unsigned short get_crc_16_slow(unsigned short crc, char* data, int length,
-                                          bool reverse);
+VQ0300_API unsigned short get_crc_16_slow(unsigned short crc, char* data, int length, bool reverse);
 
 // Starts a CCITT computation: sets g_wCRC_CCITT_Register to 0xFFFF.
 VQ0300_API void init_crc_ccitt();
