@@ -1,0 +1,130 @@
+#include "vq0300/Crc.h"
+
+#include <array>
+
+#include "ByteBits_internal.h"
+
+VQ0300_API uint16_t g_wCRC_CCITT_Register = 0;
+VQ0300_API uint32_t g_dwCRC32_Register = 0;
+
+namespace {
+
+constexpr uint32_t kPoly32 = 0x04C11DB7u;
+constexpr uint32_t kPoly16 = 0xA001u;
+constexpr uint32_t kPolyCcitt = 0x8408u;
+
+// One entry of CRCTable: the byte i taken in at the top of a zero register.
+constexpr uint64_t Crc32Entry(uint32_t i) {
+  uint32_t r = i << 24;
+  for (int k = 0; k < 8; ++k) r = (r & 0x80000000u) != 0 ? (r << 1) ^ kPoly32 : r << 1;
+  return r;
+}
+
+// Entry n is four single-bit steps of 0xA001 from the value n. The low 16
+// bits are used.
+constexpr uint32_t crc16_nibble_table[16] = {
+    0x0000, 0xCC01, 0xD801, 0x1400, 0xF001, 0x3C00, 0x2800, 0xE401,
+    0xA001, 0x6C00, 0x7800, 0xB401, 0x5000, 0x9C01, 0x8801, 0x4400,
+};
+
+constexpr bool NibbleTableHolds() {
+  for (uint32_t n = 0; n < 16; ++n) {
+    uint32_t r = n;
+    for (int k = 0; k < 4; ++k) r = (r & 1u) != 0 ? (r >> 1) ^ kPoly16 : r >> 1;
+    if (r != crc16_nibble_table[n]) return false;
+  }
+  return true;
+}
+static_assert(NibbleTableHolds(), "crc16_nibble_table");
+static_assert(Crc32Entry(1) == kPoly32, "CRCTable entry 1");
+
+// A byte of the caller's buffer as it enters a 16-bit register.
+inline uint32_t InputByte(char c, bool reverse) {
+  const auto b = static_cast<uint8_t>(c);
+  return reverse ? vq0300_internal::reverse_byte_bits(b) : b;
+}
+
+// Eight low-bit-first steps of the byte b into the 16-bit register r.
+constexpr uint32_t EightBitSteps(uint32_t r, uint32_t b, uint32_t poly) {
+  for (int k = 0; k < 8; ++k) {
+    r = ((r ^ b) & 1u) != 0 ? (r >> 1) ^ poly : r >> 1;
+    b >>= 1;
+  }
+  return r;
+}
+
+// The CCITT update does its eight low-bit-first steps through one lookup:
+// entry i is the eight steps of 0x8408 from the value i, and the register
+// after a byte b is (r >> 8) XOR entry[(r XOR b) & 0xFF], the same value the
+// steps give one by one.
+constexpr std::array<uint16_t, 256> CcittByteTable() {
+  std::array<uint16_t, 256> t{};
+  for (uint32_t i = 0; i < 256; ++i) t[i] = static_cast<uint16_t>(EightBitSteps(i, 0, kPolyCcitt));
+  return t;
+}
+constexpr std::array<uint16_t, 256> kCcittTable = CcittByteTable();
+
+}  // namespace
+
+#define VQ0300_E4(n) Crc32Entry(n), Crc32Entry(n + 1), Crc32Entry(n + 2), Crc32Entry(n + 3)
+#define VQ0300_E16(n) VQ0300_E4(n), VQ0300_E4(n + 4), VQ0300_E4(n + 8), VQ0300_E4(n + 12)
+#define VQ0300_E64(n) VQ0300_E16(n), VQ0300_E16(n + 16), VQ0300_E16(n + 32), VQ0300_E16(n + 48)
+// Constant-initialised, so the table is in place before any code of the
+// process runs. "extern" keeps the export attribute on this const definition.
+VQ0300_API extern const uint64_t CRCTable[256] = {VQ0300_E64(0), VQ0300_E64(64), VQ0300_E64(128),
+                                                  VQ0300_E64(192)};
+#undef VQ0300_E64
+#undef VQ0300_E16
+#undef VQ0300_E4
+
+unsigned short get_crc_16(unsigned short crc, char* data, int length, bool reverse) {
+  if (length <= 0 || data == nullptr) return crc;
+  uint32_t r = crc;
+  for (int i = 0; i < length; ++i) {
+    const uint32_t b = InputByte(data[i], reverse);
+    // Low nibble, then high nibble. The table is linear, so T[r] ^ T[b] is
+    // T[r ^ b]: one lookup per four bits.
+    r = (r >> 4) ^ crc16_nibble_table[(r ^ b) & 0xFu];
+    r = (r >> 4) ^ crc16_nibble_table[(r ^ (b >> 4)) & 0xFu];
+  }
+  return static_cast<unsigned short>(r);
+}
+
+unsigned short get_crc_16_slow(unsigned short crc, char* data, int length, bool reverse) {
+  if (length <= 0 || data == nullptr) return crc;
+  uint32_t r = crc;
+  for (int i = 0; i < length; ++i) r = EightBitSteps(r, InputByte(data[i], reverse), kPoly16);
+  return static_cast<unsigned short>(r);
+}
+
+void init_crc_ccitt() { g_wCRC_CCITT_Register = 0xFFFF; }
+
+void get_crc_ccitt(char* data, bool reverse) {
+  if (data == nullptr) return;
+  const uint32_t r = g_wCRC_CCITT_Register;
+  g_wCRC_CCITT_Register =
+      static_cast<uint16_t>((r >> 8) ^ kCcittTable[(r ^ InputByte(*data, reverse)) & 0xFFu]);
+}
+
+unsigned short return_crc_ccitt() { return static_cast<unsigned short>(~g_wCRC_CCITT_Register); }
+
+void init_crc32() { g_dwCRC32_Register = 0; }
+
+void get_crc_32(char* data, int length, bool /*flag*/) {
+  if (length <= 0 || data == nullptr) return;
+  const uint64_t* const table = CRCTable;
+  uint32_t r = g_dwCRC32_Register;
+  for (int i = 0; i < length; ++i) {
+    const uint32_t b = static_cast<uint8_t>(data[i]);
+    r = (r << 8) ^ static_cast<uint32_t>(table[(r >> 24) ^ b]);
+  }
+  g_dwCRC32_Register = r;
+}
+
+void get_bit_crc_32(unsigned char bit) {
+  const uint32_t r = g_dwCRC32_Register;
+  const uint32_t in = bit & 1u;
+  g_dwCRC32_Register = (r & 0x80000000u) != 0 ? (r << 1) ^ kPoly32 ^ in : (r << 1) ^ in;
+}
+
+unsigned int return_crc32() { return g_dwCRC32_Register; }

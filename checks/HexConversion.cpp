@@ -1,0 +1,36 @@
+#include "vq0300/HexConversion.h"
+
+#include <cstdint>
+
+#include "ByteBits_internal.h"
+
+unsigned char util_Hex2HexAnsi(unsigned char value) {
+  static const char kDigits[] = "0123456789ABCDEF";
+  return value <= 15 ? static_cast<unsigned char>(kDigits[value]) : 0;
+}
+
+unsigned char util_HexAnsi2Hex(char digit) {
+  if (digit >= '0' && digit <= '9') return static_cast<unsigned char>(digit - '0');
+  if (digit >= 'A' && digit <= 'F') return static_cast<unsigned char>(digit - 'A' + 10);
+  if (digit >= 'a' && digit <= 'f') return static_cast<unsigned char>(digit - 'a' + 10);
+  return 0;
+}
+
+void util_SplitBin2Char(unsigned char value, unsigned char& high, unsigned char& low) {
+  high = util_Hex2HexAnsi(static_cast<unsigned char>(value >> 4));
+  low = util_Hex2HexAnsi(static_cast<unsigned char>(value & 0x0F));
+}
+
+void util_Bin2HexAnsi(const unsigned char* source, unsigned char* target, int count) {
+  if (source == nullptr || target == nullptr) return;
+  if (count <= 0) {
+    target[0] = '\0';
+    return;
+  }
+  for (int i = 0; i < count; ++i) util_SplitBin2Char(source[i], target[2 * i], target[2 * i + 1]);
+  target[2 * count] = '\0';
+}
+
+void util_FlipByte(char& value) {
+  value = static_cast<char>(vq0300_internal::reverse_byte_bits(static_cast<uint8_t>(value)));
+}

@@ -1,0 +1,167 @@
+#include <vq0300/Crc.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <random>
+#include <string>
+
+#include "TestSupport.h"
+
+namespace {
+
+// A CRC of the catalogue's parameter model computed the plain way: one bit
+// at a time, high bit first, input and output reflected as asked.
+uint32_t Reference(int width, uint32_t poly, uint32_t init, bool refin, bool refout,
+                   uint32_t xorout, const std::string& data) {
+  const uint32_t top = 1u << (width - 1), mask = top | (top - 1);
+  uint32_t reg = init;
+  for (unsigned char c : data) {
+    for (int i = 0; i < 8; ++i) {
+      const bool feedback = ((reg & top) != 0) != (((c >> (refin ? i : 7 - i)) & 1u) != 0);
+      reg = ((reg << 1) & mask) ^ (feedback ? poly : 0u);
+    }
+  }
+  uint32_t out = reg;
+  if (refout) {
+    out = 0;
+    for (int i = 0; i < width; ++i) out |= ((reg >> i) & 1u) << (width - 1 - i);
+  }
+  return (out ^ xorout) & mask;
+}
+// CRC-16/ARC and CRC-16/X-25; with refin false the bytes enter high bit first,
+// which is what the reverse flag does.
+uint32_t Arc(const std::string& s, bool refin = true) {
+  return Reference(16, 0x8005, 0, refin, true, 0, s);
+}
+uint32_t X25(const std::string& s, bool refin = true) {
+  return Reference(16, 0x1021, 0xFFFF, refin, true, 0xFFFF, s);
+}
+uint32_t Cksum(const std::string& s) {
+  return Reference(32, 0x04C11DB7, 0, false, false, 0xFFFFFFFF, s);
+}
+
+std::string RandomBytes(std::mt19937& gen, size_t n) {
+  std::string s(n, '\0');
+  for (char& c : s) c = static_cast<char>(gen() & 0xFF);  // 0x80 and up included
+  return s;
+}
+
+unsigned short Ccitt(std::string data, bool reverse) {
+  init_crc_ccitt();
+  for (char& c : data) get_crc_ccitt(&c, reverse);
+  return return_crc_ccitt();
+}
+
+unsigned int Crc32(std::string data, bool flag = false) {
+  init_crc32();
+  get_crc_32(data.data(), static_cast<int>(data.size()), flag);
+  return return_crc32();
+}
+
+// The 32-bit register after the bits of data, high bit first, and zeros more bits.
+unsigned int BitCrc32(const std::string& data, int zeros) {
+  init_crc32();
+  for (unsigned char c : data)
+    for (int i = 7; i >= 0; --i) get_bit_crc_32(static_cast<unsigned char>(c >> i));
+  for (int i = 0; i < zeros; ++i) get_bit_crc_32(0xFE);  // only bit 0 counts
+  return return_crc32();
+}
+
+}  // namespace
+
+// Runs first in the program, so it sees the registers as loading left them.
+TEST(Crc, RegistersAreZeroAtLoad) {
+  EXPECT_EQ(g_dwCRC32_Register, 0u);
+  EXPECT_EQ(g_wCRC_CCITT_Register, 0u);
+}
+
+TEST(Crc, CatalogueCheckValues) {
+  std::string s = "123456789";
+  ASSERT_EQ(Arc(s), 0xBB3Du);
+  ASSERT_EQ(X25(s), 0x906Eu);
+  ASSERT_EQ(Cksum(s), 0x765E7680u);
+  for (auto* f : {&get_crc_16, &get_crc_16_slow}) {
+    EXPECT_EQ(f(0, s.data(), 9, false), 0xBB3D);
+    EXPECT_EQ(f(0xFFFF, s.data(), 9, false), 0x4B37);
+    EXPECT_EQ(f(0, s.data(), 9, true), 0x177F);
+  }
+  EXPECT_EQ(Ccitt(s, false), 0x906E);
+  EXPECT_EQ(Ccitt(s, true), 0x726B);
+  EXPECT_EQ(Crc32(s), 0x89A1897Fu);
+  EXPECT_EQ(BitCrc32(s, 0), 0xCCBD34E2u);
+  EXPECT_EQ(BitCrc32(s, 32), 0x89A1897Fu);
+  static_assert(sizeof(CRCTable) == 2048, "256 entries of 64 bits");
+  EXPECT_EQ(CRCTable[1], 0x04C11DB7u);
+  for (uint64_t entry : CRCTable) EXPECT_EQ(entry >> 32, 0u);
+}
+
+TEST(Crc, MatchesBitwiseReferenceOnRandomData) {
+  std::mt19937 gen(2024);
+  for (size_t n : {1, 2, 31, 255, 1000}) {
+    const std::string s = RandomBytes(gen, n);
+    std::string buf = s;
+    const int len = static_cast<int>(n), cut = len / 3;
+    for (bool rev : {false, true}) {
+      // Over two buffers, the first result being the start of the second.
+      const unsigned short part = get_crc_16(0, buf.data(), cut, rev);
+      EXPECT_EQ(get_crc_16(part, buf.data() + cut, len - cut, rev), Arc(s, !rev)) << n;
+      EXPECT_EQ(get_crc_16_slow(0, buf.data(), len, rev), Arc(s, !rev)) << n;
+      EXPECT_EQ(Ccitt(s, rev), X25(s, !rev)) << n;
+      EXPECT_EQ(~Crc32(s, rev), Cksum(s)) << n;  // the flag of get_crc_32 is ignored
+    }
+    EXPECT_EQ(BitCrc32(s, 32), Crc32(s)) << n;
+  }
+}
+
+TEST(Crc, EmptyInputsAndRegisterAccess) {
+  char byte = 'x';
+  g_dwCRC32_Register = 0xDEADBEEF;
+  for (int len : {0, -1}) {
+    EXPECT_EQ(get_crc_16(0x1234, nullptr, len, false), 0x1234);
+    EXPECT_EQ(get_crc_16_slow(0x1234, nullptr, len, true), 0x1234);
+    get_crc_32(&byte, len, false);
+  }
+  // A null buffer reads nothing, whatever the length.
+  EXPECT_EQ(get_crc_16(0x1234, nullptr, 5, false), 0x1234);
+  get_crc_32(nullptr, 5, false);
+  EXPECT_EQ(return_crc32(), 0xDEADBEEFu);
+  init_crc_ccitt();
+  get_crc_ccitt(nullptr, false);
+  EXPECT_EQ(return_crc_ccitt(), 0);
+  // Return only reads: the computation goes on after it.
+  get_crc_ccitt(&byte, false);
+  EXPECT_EQ(return_crc_ccitt(), return_crc_ccitt());
+  EXPECT_EQ(g_wCRC_CCITT_Register, static_cast<uint16_t>(~return_crc_ccitt()));
+  init_crc32();
+  get_bit_crc_32(0xFF);
+  get_bit_crc_32(0xFE);
+  EXPECT_EQ(return_crc32(), 2u);
+}
+
+// The 32-bit register, fed the data and then its length, complemented, is
+// what the cksum command prints.
+TEST(Crc, AgreesWithCksumCommand) {
+  testsupport::TempDir dir;
+  std::mt19937 gen(7);
+  for (size_t n : {0, 1, 9, 256, 65535, 65536, 65537, 70001}) {
+    std::string data = RandomBytes(gen, n);
+    testsupport::WriteFile(dir / "data.bin", data);
+    FILE* pipe = popen(("cksum < '" + (dir / "data.bin") + "'").c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    unsigned long expected = 0, size = 0;
+    const int fields = std::fscanf(pipe, "%lu %lu", &expected, &size);
+    ASSERT_EQ(pclose(pipe), 0);
+    ASSERT_EQ(fields, 2);
+    ASSERT_EQ(size, n);
+
+    init_crc32();
+    get_crc_32(data.data(), static_cast<int>(n), false);
+    for (size_t len = n; len != 0; len >>= 8) {
+      char c = static_cast<char>(len & 0xFF);
+      get_crc_32(&c, 1, false);
+    }
+    EXPECT_EQ(~return_crc32(), expected) << "size " << n;
+  }
+}
