@@ -107,6 +107,17 @@ TEST(ErrorDefinitionFile, ExampleFileBySelector) {
   EXPECT_EQ(missing.At(1, 200), "none");
 }
 
+TEST(ErrorDefinitionFile, ShippedSampleLoads) {
+  ErrorHandler h;
+  h.SetDefaultDir(VQ0300_SOURCE_DIR "/examples");
+  std::string name = "errors.txt";
+  ASSERT_EQ(h.Initialize(name.data(), -1), 0);
+  EXPECT_EQ(At(h, 1, 100), "Cannot open the device file|0");
+  EXPECT_EQ(At(h, 3, 100), "The device file is empty|1");
+  EXPECT_EQ(At(h, 2, 200), "The device does not answer, retrying|1");
+  EXPECT_EQ(At(h, 4, 200), "The device reports a checksum mismatch|0");
+}
+
 TEST(ErrorDefinitionFile, ResultsAndWhatTheyLeave) {
   ErrorHandler fresh;
   EXPECT_EQ(fresh.Initialize(nullptr, -1), -1);
