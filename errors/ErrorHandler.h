@@ -50,7 +50,7 @@ class VQ0300_API ErrorHandler : public LObject {
   // below -1 nothing (result 0).
   // Returns 0 when the pass ended normally (also with nothing found);
   // -1 when no name is given or stored, the header is missing or the file
-  // ends inside a comment; -2 when the file does not open (before the change
+  // ends inside a comment (definitions read up to there stay); -2 when the file does not open (before the change
   // of directory the lists are left untouched); -3 when the default
   // directory cannot be entered.
   // The stored name already begins with the directory, so it is found both
@@ -80,11 +80,13 @@ class VQ0300_API ErrorHandler : public LObject {
   //   line. A statement that the end of the file leaves open is dropped.
   // - A comment "<!--" .. "-->" removes everything accumulated ahead of it,
   //   an unfinished statement too; one comment goes per line. A comment that
-  //   runs over lines skips them; the text behind its "-->" is kept.
+  //   runs over lines skips them up to the first line that holds "-->" whole;
+  //   the text behind that mark is kept.
   // - A statement holding "Offset" anywhere is an offset statement; its value
   //   (strtol of the text between "<S/>" and "<E/>") starts a block. With a
   //   selector of 0 or more, the pass ends at the next offset statement of
-  //   any value once the selected block has begun.
+  //   any value once the selected block has begun. Definitions ahead of the
+  //   first offset statement have the offset half FFFE.
   // - Any other statement is "number<S/>message<S/>action<E/>". Missing marks
   //   shift or empty the fields, never refuse the statement:
   //   "7<S/>Text<E/>" gives number 7 and an empty message. The code is
@@ -95,7 +97,7 @@ class VQ0300_API ErrorHandler : public LObject {
   // is read once.
   // A NUL byte ends the text of its line; a read error, as on a directory,
   // counts as the end of the file (so a directory gives -1).
-  // Accumulated text past 16 MiB is dropped before the next line is joined.
+  // Text of one statement that would grow past 16 MiB is dropped before the next line is joined.
   // Without a stored file name the result is -1 and nothing else happens.
   int GetErrorList(int selector);
 
