@@ -3,12 +3,11 @@
 #include <cstdio>
 #include <cstring>
 
+#include "ErrorHandler_internal.h"
 #include "vq0300/BoundedCopy.h"
 
-namespace {
+namespace vq0300_internal {
 
-// The file test that guards every recording and lookup: the handler works
-// only while its definition file can be opened.
 bool DefinitionFileOpens(const char* name) {
   if (name == nullptr) return false;
   FILE* file = std::fopen(name, "r");
@@ -17,15 +16,21 @@ bool DefinitionFileOpens(const char* name) {
   return true;
 }
 
+void DestroyElements(LObjList* list) {
+  while (!list->IsEmpty()) delete list->RemoveTail();
+}
+
+}  // namespace vq0300_internal
+
+namespace {
+
+using vq0300_internal::DefinitionFileOpens;
+using vq0300_internal::DestroyElements;
+
 char* CopyOf(const char* text) {
   char* copy = new char[std::strlen(text) + 1];
   util_strncpy(copy, text, 0, 0);
   return copy;
-}
-
-// Destroys every element of list from the tail on; the list stays, empty.
-void DestroyElements(LObjList* list) {
-  while (!list->IsEmpty()) delete list->RemoveTail();
 }
 
 }  // namespace

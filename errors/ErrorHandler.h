@@ -40,12 +40,65 @@ class VQ0300_API ErrorHandler : public LObject {
   // A null or empty name changes nothing.
   void SetErrorFilename(char* name);
 
-  // Loads the definition file name; selector -1 loads every block, 0 or more
-  // only the block of that offset. Returns 0 on success, -1 to -3 on failure.
+  // Loads a definition file: SetErrorFilename(name) (a null or empty name
+  // keeps the stored one), tests that the stored name opens from the
+  // caller's working directory, empties both lists, changes into the default
+  // directory (if one is stored), tests the name once more from there, runs
+  // GetErrorList(selector) and returns to the caller's directory.
+  // selector -1 loads every definition, those ahead of the first offset
+  // statement included; 0 or more only the first block of that offset value;
+  // below -1 nothing (result 0).
+  // Returns 0 when the pass ended normally (also with nothing found);
+  // -1 when no name is given or stored, the header is missing or the file
+  // ends inside a comment (definitions read up to there stay); -2 when the file does not open (before the change
+  // of directory the lists are left untouched); -3 when the default
+  // directory cannot be entered.
+  // The stored name already begins with the directory, so it is found both
+  // from the caller's directory and from inside the default directory only
+  // when the directory is absolute; a relative one is entered once here and
+  // once more by the reading pass.
+  // Every return leaves the working directory as it was at entry; while the
+  // load runs, the whole process works in the default directory.
+  // A working directory whose saving fails (getcwd) is not left: the result is -3.
+  // If the saved directory cannot be entered again, the result stands as it is.
   int Initialize(char* name, int selector);
 
-  // The reading pass of Initialize, run on the stored file name from the
-  // working directory the caller has set up.
+  // The reading pass of Initialize, alone: changes into the default
+  // directory (if stored), opens the stored name, appends what it reads to
+  // the definition list and empties nothing, so a second call adds every
+  // definition once more (GetErrorElement finds the earlier copy). Returns
+  // to the directory of entry; results as for Initialize.
+  //
+  // The reader, line by line (a line is one fgets read of at most 65535
+  // bytes; a longer line arrives in pieces that are joined like lines):
+  // - Lines up to the one holding "<ErrorMessageDefinition>" are skipped.
+  //   The header on a last line without a line end gives -1.
+  // - Each line is trimmed at both ends (every byte outside 0x21..0x7E) and
+  //   joined to the text so far with nothing between, until the text holds
+  //   "<E/>". The statement is the text up to and including the first "<E/>";
+  //   what stands behind the last "<E/>" is carried to the front of the next
+  //   line. A statement that the end of the file leaves open is dropped.
+  // - A comment "<!--" .. "-->" removes everything accumulated ahead of it,
+  //   an unfinished statement too; one comment goes per line. A comment that
+  //   runs over lines skips them up to the first line that holds "-->" whole;
+  //   the text behind that mark is kept.
+  // - A statement holding "Offset" anywhere is an offset statement; its value
+  //   (strtol of the text between "<S/>" and "<E/>") starts a block. With a
+  //   selector of 0 or more, the pass ends at the next offset statement of
+  //   any value once the selected block has begun. Definitions ahead of the
+  //   first offset statement have the offset half FFFE.
+  // - Any other statement is "number<S/>message<S/>action<E/>". Missing marks
+  //   shift or empty the fields, never refuse the statement:
+  //   "7<S/>Text<E/>" gives number 7 and an empty message. The code is
+  //   offset << 16 | number, each cut to 16 bits; m_wContinue is 0 only for
+  //   the action "STOP".
+  // A line that holds more than one "<E/>" gives one element: the text
+  // between the first and the last mark is not read, and the carried text
+  // is read once.
+  // A NUL byte ends the text of its line; a read error, as on a directory,
+  // counts as the end of the file (so a directory gives -1).
+  // Text of one statement that would grow past 16 MiB is dropped before the next line is joined.
+  // Without a stored file name the result is -1 and nothing else happens.
   int GetErrorList(int selector);
 
   // Records a copy of text (null records an element without text).
