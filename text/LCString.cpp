@@ -13,7 +13,9 @@ namespace {
 
 // A length as the int the class stores. Texts longer than INT_MAX bytes are
 // cut to INT_MAX; no caller of this library comes near that.
-int ClampLength(size_t n) { return n > static_cast<size_t>(INT_MAX) ? INT_MAX : static_cast<int>(n); }
+int ClampLength(size_t n) {
+  return n > static_cast<size_t>(INT_MAX) ? INT_MAX : static_cast<int>(n);
+}
 
 // A buffer of n + 1 bytes, all NUL.
 char* NewZeroed(int n) {
@@ -63,7 +65,9 @@ LCString::LCString(std::string const& text)
   m_pszData = NewCopy(text.data(), m_nLength);
 }
 
-LCString::LCString(char c) : m_pszData(NewZeroed(1)), m_nLength(1), m_nAddPos(0) { m_pszData[0] = c; }
+LCString::LCString(char c) : m_pszData(NewZeroed(1)), m_nLength(1), m_nAddPos(0) {
+  m_pszData[0] = c;
+}
 
 LCString::LCString(LCString const& other)
     : m_pszData(NewCopy(other.m_pszData, other.m_nLength)),
@@ -102,7 +106,8 @@ LCString LCString::operator+(LCString const& other) {
   LCString result(total);  // add position 0
   if (m_nLength > 0) std::memcpy(result.m_pszData, m_pszData, static_cast<size_t>(m_nLength));
   if (other.m_nLength > 0) {
-    std::memcpy(result.m_pszData + m_nLength, other.m_pszData, static_cast<size_t>(other.m_nLength));
+    std::memcpy(result.m_pszData + m_nLength, other.m_pszData,
+                static_cast<size_t>(other.m_nLength));
   }
   result[total] = '\0';
   return result;
@@ -162,27 +167,41 @@ bool LCString::SetAt(int i, char c) const {
   return true;
 }
 
-bool LCString::operator==(LCString const& other) const { return std::strcmp(m_pszData, other.m_pszData) == 0; }
+bool LCString::operator==(LCString const& other) const {
+  return std::strcmp(m_pszData, other.m_pszData) == 0;
+}
 
 bool LCString::operator==(char const* text) const {
   return text != nullptr && std::strcmp(m_pszData, text) == 0;
 }
 
-bool LCString::operator!=(LCString const& other) const { return std::strcmp(m_pszData, other.m_pszData) != 0; }
+bool LCString::operator!=(LCString const& other) const {
+  return std::strcmp(m_pszData, other.m_pszData) != 0;
+}
 
 bool LCString::operator!=(char const* text) const {
   return text == nullptr || std::strcmp(m_pszData, text) != 0;
 }
 
-bool LCString::operator<(LCString const& other) const { return std::strcmp(m_pszData, other.m_pszData) < 0; }
+bool LCString::operator<(LCString const& other) const {
+  return std::strcmp(m_pszData, other.m_pszData) < 0;
+}
 
-bool LCString::operator>(LCString const& other) const { return std::strcmp(m_pszData, other.m_pszData) > 0; }
+bool LCString::operator>(LCString const& other) const {
+  return std::strcmp(m_pszData, other.m_pszData) > 0;
+}
 
-bool LCString::operator<=(LCString const& other) const { return std::strcmp(m_pszData, other.m_pszData) <= 0; }
+bool LCString::operator<=(LCString const& other) const {
+  return std::strcmp(m_pszData, other.m_pszData) <= 0;
+}
 
-bool LCString::operator>=(LCString const& other) const { return std::strcmp(m_pszData, other.m_pszData) >= 0; }
+bool LCString::operator>=(LCString const& other) const {
+  return std::strcmp(m_pszData, other.m_pszData) >= 0;
+}
 
-int LCString::Compare(LCString const& other) const { return std::strcmp(m_pszData, other.m_pszData); }
+int LCString::Compare(LCString const& other) const {
+  return std::strcmp(m_pszData, other.m_pszData);
+}
 
 int LCString::CompareNoCase(LCString const& other) const {
   // strcmp reads only the terminated views, so folding those is enough; the
@@ -194,9 +213,13 @@ int LCString::CompareNoCase(LCString const& other) const {
   return std::strcmp(mine.c_str(), theirs.c_str());
 }
 
-void LCString::MakeUpper() { std::transform(m_pszData, m_pszData + m_nLength, m_pszData, ToUpperAscii); }
+void LCString::MakeUpper() {
+  std::transform(m_pszData, m_pszData + m_nLength, m_pszData, ToUpperAscii);
+}
 
-void LCString::MakeLower() { std::transform(m_pszData, m_pszData + m_nLength, m_pszData, ToLowerAscii); }
+void LCString::MakeLower() {
+  std::transform(m_pszData, m_pszData + m_nLength, m_pszData, ToLowerAscii);
+}
 
 void LCString::MakeReverse() { std::reverse(m_pszData, m_pszData + m_nLength); }
 

@@ -30,7 +30,9 @@ int TailStart(char const* data, int length) {
 }
 
 // Offset of hit from data, or -1 for null.
-int OffsetOf(char const* data, char const* hit) { return hit == nullptr ? -1 : static_cast<int>(hit - data); }
+int OffsetOf(char const* data, char const* hit) {
+  return hit == nullptr ? -1 : static_cast<int>(hit - data);
+}
 
 }  // namespace
 
@@ -51,7 +53,9 @@ int LCString::FindOneOf(char const* set) {
   return OffsetOf(m_pszData, std::strpbrk(m_pszData, set));
 }
 
-int LCString::FindOneOf(LCString const& set) { return FindOneOf(static_cast<char const*>(set.c_str())); }
+int LCString::FindOneOf(LCString const& set) {
+  return FindOneOf(static_cast<char const*>(set.c_str()));
+}
 
 int LCString::ReverseFind(char const* text) {
   if (m_nLength < 1 || text == nullptr) return -1;
@@ -72,7 +76,9 @@ int LCString::ReverseFind(char const* text) {
   return m_nLength - r - static_cast<int>(text_length);
 }
 
-int LCString::ReverseFind(LCString const& text) { return ReverseFind(static_cast<char const*>(text.c_str())); }
+int LCString::ReverseFind(LCString const& text) {
+  return ReverseFind(static_cast<char const*>(text.c_str()));
+}
 
 int LCString::ReverseFind(char c) {
   if (m_nLength < 1) return -1;
