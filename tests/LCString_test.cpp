@@ -123,8 +123,9 @@ TEST(LCString, ComparisonsHandOnStrcmp) {
       LCString a(x), b(y);
       const int r = std::strcmp(a.c_str(), b.c_str());  // at run time, not folded
       EXPECT_EQ(a.Compare(b), r);
-      EXPECT_EQ((std::vector<bool>{a == b, a != b, a<b, a> b, a <= b, a >= b, a == y, a != y}),
-                (std::vector<bool>{r == 0, r != 0, r<0, r> 0, r <= 0, r >= 0, r == 0, r != 0}));
+      EXPECT_EQ(
+          (std::vector<bool>{a == b, a != b, (a < b), (a > b), a <= b, a >= b, a == y, a != y}),
+          (std::vector<bool>{r == 0, r != 0, (r < 0), (r > 0), r <= 0, r >= 0, r == 0, r != 0}));
     }
   }
   EXPECT_TRUE(LCString("\x80") > LCString("~"));  // unsigned byte order
