@@ -37,6 +37,7 @@ class VQ0300_API LCString {
   // Empty string: length 0, add position 0.
   LCString();
   // Pre-sized string: n + 1 NUL bytes, length n, empty text, add position 0.
+  // Explicit, so that an integer never becomes a blank string by accident.
   // A negative n is taken as 0.
   explicit LCString(int n);
   // Copy of a terminated string: length strlen, add position length - 1, so
@@ -65,11 +66,13 @@ class VQ0300_API LCString {
 
   // Concatenation of the counted views; this string is unchanged. Inner NUL
   // bytes survive. The result has add position 0, so AddString on it writes
-  // from index 0 over its text.
+  // from index 0 over its text. A total length beyond INT_MAX cannot be
+  // stored and throws std::bad_array_new_length, as new[] would.
   LCString operator+(LCString const& other);
 
   // Appends the counted view of other; s += s doubles s. The add position
   // ends at the new length - 1 (full), unlike the result of operator+.
+  // Throws as operator+ does for a total beyond INT_MAX; the string stays.
   void operator+=(LCString const& other);
 
   // Copies up to n bytes of text to the add position, moving it on, and
