@@ -1,8 +1,10 @@
 #include "vq0300/HexConversion.h"
 
 #include <cstdint>
+#include <cstring>
 
 #include "ByteBits_internal.h"
+#include "vq0300/LString.h"
 
 unsigned char util_Hex2HexAnsi(unsigned char value) {
   static const char kDigits[] = "0123456789ABCDEF";
@@ -33,4 +35,19 @@ void util_Bin2HexAnsi(const unsigned char* source, unsigned char* target, int co
 
 void util_FlipByte(char& value) {
   value = static_cast<char>(vq0300_internal::reverse_byte_bits(static_cast<uint8_t>(value)));
+}
+
+unsigned int util_HexStr2Hex16(char* text) {
+  if (text == nullptr) return 0;
+  int length = static_cast<int>(std::strlen(text));
+  LString ls;
+  if (length > 0 && ls.Find(text, "0x") != -1) {
+    // The first two characters go, wherever the "0x" stood.
+    length -= 2;
+    ls.Right(text, text, length);
+  }
+  if (length <= 0) return 0;
+  uint32_t value = 0;
+  for (int i = 0; i < length; ++i) value = (value << 4) | util_HexAnsi2Hex(text[i]);
+  return value;
 }

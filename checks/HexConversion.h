@@ -30,6 +30,17 @@ VQ0300_API void util_SplitBin2Char(unsigned char value, unsigned char& high, uns
 // Example: the bytes 00 FF 1E give "00FF1E".
 VQ0300_API void util_Bin2HexAnsi(const unsigned char* source, unsigned char* target, int count);
 
+// The value of a hexadecimal text, with or without "0x". Digits are read
+// from the left, each shifting the value four bits up; a character that is
+// no digit counts as 0, and digits shifted past bit 31 are lost. The result
+// carries all 32 bits (the four lowest digits are the same in any width).
+// WARNING: if "0x" stands anywhere in text, text is shortened in place by its
+// FIRST two characters, wherever the "0x" stood; an upper-case X makes no
+// match. A null text gives 0.
+// Examples: "1F" gives 31; "0x1F" gives 31 and leaves "1F"; "10x2" gives 2
+// and leaves "x2"; "0X1F" gives 31 and stays; "1G2" gives 0x102.
+VQ0300_API unsigned int util_HexStr2Hex16(char* text);
+
 // Mirrors the eight bits of value in place: bit 0 changes place with bit 7,
 // bit 1 with bit 6, bit 2 with bit 5, bit 3 with bit 4.
 // Example: 0x12 becomes 0x48, 0xF0 becomes 0x0F.

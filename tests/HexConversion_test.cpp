@@ -59,3 +59,20 @@ TEST(HexConversion, FlipByte) {
     EXPECT_EQ(static_cast<unsigned char>(c), mirrored) << i;
   }
 }
+
+TEST(HexConversion, HexStr2Hex16ShortensTheTextOnAnyLowerCasePrefix) {
+  struct Case {
+    const char* text;
+    unsigned int value;
+    const char* left;
+  };
+  for (const Case& c : {Case{"1F", 31, "1F"}, Case{"0x1F", 31, "1F"}, Case{"0x", 0, ""}, Case{"", 0, ""},
+                        Case{"0X1F", 31, "0X1F"}, Case{"10x2", 2, "x2"}, Case{"1G2", 0x102, "1G2"},
+                        Case{"ffffFFFF", 0xFFFFFFFFu, "ffffFFFF"}, Case{"123456789", 0x23456789u, "123456789"}}) {
+    char buffer[32];
+    std::strcpy(buffer, c.text);
+    EXPECT_EQ(util_HexStr2Hex16(buffer), c.value) << c.text;
+    EXPECT_STREQ(buffer, c.left) << c.text;
+  }
+  EXPECT_EQ(util_HexStr2Hex16(nullptr), 0u);
+}
