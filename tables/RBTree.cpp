@@ -26,6 +26,14 @@ bool IsRed(const RBTreeNode* node) { return node != nullptr && node->color == kR
 
 bool IsBlack(const RBTreeNode* node) { return !IsRed(node); }
 
+// The order of strcmp, with the first byte decided inline and strcmp called
+// only on a tie: near the top of a tree most comparisons end at that byte,
+// and a call costs more than the comparison itself.
+int CompareKeys(const char* a, const char* b) {
+  if (*a != *b) return static_cast<unsigned char>(*a) - static_cast<unsigned char>(*b);
+  return std::strcmp(a, b);
+}
+
 // Makes replacement take old_child's place under parent, or at the root.
 void ReplaceChild(RBTree* tree, RBTreeNode* parent, RBTreeNode* old_child,
                   RBTreeNode* replacement) {
@@ -38,12 +46,39 @@ void ReplaceChild(RBTree* tree, RBTreeNode* parent, RBTreeNode* old_child,
   }
 }
 
+// The rotations proper, for a node that has the child that moves up. The
+// rebalancing loops call these directly rather than the exported forms, which
+// as interposable symbols of a shared object would cost an indirect call each.
+void RotateLeft(RBTree* tree, RBTreeNode* node) {
+  RBTreeNode* up = node->right;
+  node->right = up->left;
+  if (up->left != nullptr) up->left->parent = node;
+  up->parent = node->parent;
+  ReplaceChild(tree, node->parent, node, up);
+  up->left = node;
+  node->parent = up;
+}
+
+void RotateRight(RBTree* tree, RBTreeNode* node) {
+  RBTreeNode* up = node->left;
+  node->left = up->right;
+  if (up->right != nullptr) up->right->parent = node;
+  up->parent = node->parent;
+  ReplaceChild(tree, node->parent, node, up);
+  up->right = node;
+  node->parent = up;
+}
+
+RBTreeNode* Leftmost(RBTreeNode* node) {
+  while (node->left != nullptr) node = node->left;
+  return node;
+}
+
 }  // namespace
 
 RBTreeNode* RBTree::Minimum(RBTreeNode* node) {
   if (node == nullptr) return nullptr;
-  while (node->left != nullptr) node = node->left;
-  return node;
+  return Leftmost(node);
 }
 
 RBTreeNode* RBTree::Maximum(RBTreeNode* node) {
@@ -54,7 +89,7 @@ RBTreeNode* RBTree::Maximum(RBTreeNode* node) {
 
 RBTreeNode* RBTree::Succesor(RBTreeNode* node) {
   if (node == nullptr) return nullptr;
-  if (node->right != nullptr) return Minimum(node->right);
+  if (node->right != nullptr) return Leftmost(node->right);
   // Climb while coming up from the right: those ancestors are all smaller.
   RBTreeNode* parent = node->parent;
   while (parent != nullptr && node == parent->right) {
@@ -67,7 +102,7 @@ RBTreeNode* RBTree::Succesor(RBTreeNode* node) {
 RBTreeNode* RBTree::Search(RBTreeNode* node, char* key) {
   if (key == nullptr) return nullptr;
   while (node != nullptr) {
-    const int order = std::strcmp(node->key, key);
+    const int order = CompareKeys(node->key, key);
     if (order == 0) return node;
     node = order > 0 ? node->left : node->right;
   }
@@ -76,24 +111,12 @@ RBTreeNode* RBTree::Search(RBTreeNode* node, char* key) {
 
 void RBTree::LeftRotate(RBTree* tree, RBTreeNode* node) {
   if (tree == nullptr || node == nullptr || node->right == nullptr) return;
-  RBTreeNode* up = node->right;
-  node->right = up->left;
-  if (up->left != nullptr) up->left->parent = node;
-  up->parent = node->parent;
-  ReplaceChild(tree, node->parent, node, up);
-  up->left = node;
-  node->parent = up;
+  RotateLeft(tree, node);
 }
 
 void RBTree::RightRotate(RBTree* tree, RBTreeNode* node) {
   if (tree == nullptr || node == nullptr || node->left == nullptr) return;
-  RBTreeNode* up = node->left;
-  node->left = up->right;
-  if (up->right != nullptr) up->right->parent = node;
-  up->parent = node->parent;
-  ReplaceChild(tree, node->parent, node, up);
-  up->right = node;
-  node->parent = up;
+  RotateRight(tree, node);
 }
 
 // Rebalancing after an insertion. n is the new node, p its parent, g its
@@ -146,7 +169,7 @@ void RBTree::InsertRB(RBTree* tree, RBTreeNode* node) {
          *      n            p   <- new n
          */
         node = parent;
-        LeftRotate(tree, node);
+        RotateLeft(tree, node);
         parent = node->parent;
       }
       /*
@@ -162,17 +185,17 @@ void RBTree::InsertRB(RBTree* tree, RBTreeNode* node) {
        */
       parent->color = kBlack;
       grand->color = kRed;
-      RightRotate(tree, grand);
+      RotateRight(tree, grand);
     } else {
       // The mirror image of cases 2 and 3.
       if (node == parent->left) {
         node = parent;
-        RightRotate(tree, node);
+        RotateRight(tree, node);
         parent = node->parent;
       }
       parent->color = kBlack;
       grand->color = kRed;
-      LeftRotate(tree, grand);
+      RotateLeft(tree, grand);
     }
   }
   tree->root->color = kBlack;
@@ -183,7 +206,7 @@ int RBTree::Insert(RBTree* tree, RBTreeNode* node) {
   RBTreeNode* parent = nullptr;
   RBTreeNode** link = &tree->root;
   while (*link != nullptr) {
-    const int order = std::strcmp(node->key, (*link)->key);
+    const int order = CompareKeys(node->key, (*link)->key);
     if (order == 0) return 0;  // nothing has been written yet
     parent = *link;
     link = order < 0 ? &parent->left : &parent->right;
@@ -224,7 +247,7 @@ void RBTree::DeleteFixUp(RBTree* tree, RBTreeNode* node) {
          */
         sibling->color = kBlack;
         parent->color = kRed;
-        LeftRotate(tree, parent);
+        RotateLeft(tree, parent);
         sibling = parent->right;
       }
       if (IsBlack(sibling->left) && IsBlack(sibling->right)) {
@@ -260,7 +283,7 @@ void RBTree::DeleteFixUp(RBTree* tree, RBTreeNode* node) {
          */
         sibling->left->color = kBlack;
         sibling->color = kRed;
-        RightRotate(tree, sibling);
+        RotateRight(tree, sibling);
         sibling = parent->right;
       }
       /*
@@ -278,14 +301,14 @@ void RBTree::DeleteFixUp(RBTree* tree, RBTreeNode* node) {
       sibling->color = parent->color;
       parent->color = kBlack;
       sibling->right->color = kBlack;
-      LeftRotate(tree, parent);
+      RotateLeft(tree, parent);
       node = tree->root;
     } else {
       // The mirror image of cases 1 to 4.
       if (IsRed(sibling)) {
         sibling->color = kBlack;
         parent->color = kRed;
-        RightRotate(tree, parent);
+        RotateRight(tree, parent);
         sibling = parent->left;
       }
       if (IsBlack(sibling->left) && IsBlack(sibling->right)) {
@@ -296,13 +319,13 @@ void RBTree::DeleteFixUp(RBTree* tree, RBTreeNode* node) {
       if (IsBlack(sibling->left)) {
         sibling->right->color = kBlack;
         sibling->color = kRed;
-        LeftRotate(tree, sibling);
+        RotateLeft(tree, sibling);
         sibling = parent->left;
       }
       sibling->color = parent->color;
       parent->color = kBlack;
       sibling->left->color = kBlack;
-      RightRotate(tree, parent);
+      RotateRight(tree, parent);
       node = tree->root;
     }
   }
@@ -314,7 +337,7 @@ RBTreeNode* RBTree::Delete(RBTree* tree, RBTreeNode* node) {
   // y is the node that leaves the tree: node itself if it has at most one
   // child, else its successor, which has no left child.
   RBTreeNode* leaving =
-      (node->left == nullptr || node->right == nullptr) ? node : Succesor(node);
+      (node->left == nullptr || node->right == nullptr) ? node : Leftmost(node->right);
   RBTreeNode* child = leaving->left != nullptr ? leaving->left : leaving->right;
   RBTreeNode* parent = leaving->parent;
 
