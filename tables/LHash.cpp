@@ -32,8 +32,13 @@ LHashElement* LHash::createKey(const char* key) {
 
 const LHashElement* LHash::getKey(const char* key) const {
   if (key == nullptr) return nullptr;
+  // Equal under strcmp means equal length and equal bytes, since no key
+  // holds a NUL; the length check passes over most rows without reading
+  // their text.
+  const std::size_t length = std::strlen(key);
   for (const LHashElement& row : m_vecElements) {
-    if (std::strcmp(key, row.getKey()) == 0) return &row;
+    const std::string& text = row.m_strKey;
+    if (text.size() == length && std::memcmp(text.data(), key, length) == 0) return &row;
   }
   return nullptr;
 }

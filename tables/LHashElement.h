@@ -52,6 +52,9 @@ class VQ0300_API LHashElement {
   void clear();
 
  private:
+  // The table's key search reads m_strKey directly, without a call per row.
+  friend class LHash;
+
   std::string m_strKey;
   std::vector<std::string> m_vecValues;
 };
