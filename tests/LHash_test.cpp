@@ -31,8 +31,10 @@ void CheckAgainstModel(const LHash& table, const Model& model) {
     ASSERT_EQ(row->getKey(), model[i].first);
     ASSERT_EQ(ValuesOf(*row), model[i].second);
     flat.insert(flat.end(), model[i].second.begin(), model[i].second.end());
-    const auto first = std::find_if(model.begin(), model.end(), [&](auto& r) { return r.first == model[i].first; });
-    ASSERT_EQ(table.getKey(model[i].first.c_str()), table.getKey(static_cast<int>(first - model.begin())));
+    const auto first = std::find_if(model.begin(), model.end(),
+                                    [&](auto& r) { return r.first == model[i].first; });
+    ASSERT_EQ(table.getKey(model[i].first.c_str()),
+              table.getKey(static_cast<int>(first - model.begin())));
   }
   ASSERT_EQ(table.getKey(static_cast<int>(model.size())), nullptr);
   ASSERT_EQ(table.getValueCount(), static_cast<int>(flat.size()));

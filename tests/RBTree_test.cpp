@@ -64,7 +64,8 @@ void CheckTree(RBTree& tree, const std::set<std::string>& oracle) {
   if (fault.empty()) CheckSubtree(tree.root, nullptr, &count, &fault);
   auto expected = oracle.begin();
   for (RBTreeNode* n = tree.Minimum(tree.root); n && fault.empty(); n = tree.Succesor(n)) {
-    if (expected == oracle.end() || *expected != n->key) fault = std::string("walk finds ") + n->key;
+    if (expected == oracle.end() || *expected != n->key)
+      fault = std::string("walk finds ") + n->key;
     if (n->data != DataFor(n->key)) fault = std::string("wrong data at ") + n->key;
     ++expected;
   }
@@ -134,7 +135,7 @@ TEST(RBTree, InsertSearchAndNullArguments) {
   EXPECT_EQ(tree.Succesor(&f.node), nullptr);
   EXPECT_EQ(tree.Succesor(&b.node), &d.node);  // climbs
   char f_key[] = "f", upper[] = "D";
-  EXPECT_EQ(tree.Search(&b.node, f_key), nullptr);  // only b's subtree
+  EXPECT_EQ(tree.Search(&b.node, f_key), nullptr);    // only b's subtree
   EXPECT_EQ(tree.Search(tree.root, upper), nullptr);  // case-sensitive
 
   // Nulls, a missing key and rotations without the rising child do nothing.
@@ -183,7 +184,8 @@ TEST(RBTree, OuputTreeWritesPostOrder) {
   testsupport::TempDir dir;
   std::string path = dir / "tree.txt", sub = dir / "sub.txt", bad = dir / "no/tree.txt";
   tree.OuputTree(&path[0]);
-  EXPECT_EQ(testsupport::ReadFile(path), "Level = 1;\t key = a\nLevel = 1;\t key = z\nLevel = 0;\t key = r\n");
+  EXPECT_EQ(testsupport::ReadFile(path),
+            "Level = 1;\t key = a\nLevel = 1;\t key = z\nLevel = 0;\t key = r\n");
 
   FILE* file = std::fopen(sub.c_str(), "w");
   ASSERT_NE(file, nullptr);
@@ -206,7 +208,8 @@ TEST(RBTree, RisingAndFallingKeysAgainstStdSet) {
     // Equal-length numerals: text order is number order.
     auto key = [&](int i) { return std::to_string(100000 + (rising ? i : 700 - i)); };
     for (int i = 0; i < 700; ++i) ASSERT_TRUE(driver.Run('i', key(i))) << i;
-    for (int i = 0; i < 350; ++i) ASSERT_TRUE(driver.Run('d', key(i)) && driver.Run('s', key(i + 1)));
+    for (int i = 0; i < 350; ++i)
+      ASSERT_TRUE(driver.Run('d', key(i)) && driver.Run('s', key(i + 1)));
     for (int i = 699; i >= 350; --i) ASSERT_TRUE(driver.Run('d', key(i))) << i;
     EXPECT_TRUE(driver.empty());
   }
