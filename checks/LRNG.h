@@ -22,7 +22,7 @@ class VQ0300_API LRNG {
  public:
   // Seeds the state from seed; every value is taken unchanged, 0 included.
   // There is no default constructor and no way to seed an object anew.
-  explicit LRNG(unsigned int seed);
+  LRNG(unsigned int seed);
   // Nothing to release.
   virtual ~LRNG();
 

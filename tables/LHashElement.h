@@ -20,7 +20,7 @@ class VQ0300_API LHashElement {
  public:
   // A row holding a copy of key and no values.
   // A null key gives a row with the empty key.
-  explicit LHashElement(const char* key);
+  LHashElement(const char* key);
   virtual ~LHashElement();
 
   // The key text, NUL-terminated; never null (a cleared row answers "").

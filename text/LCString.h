@@ -37,9 +37,8 @@ class VQ0300_API LCString {
   // Empty string: length 0, add position 0.
   LCString();
   // Pre-sized string: n + 1 NUL bytes, length n, empty text, add position 0.
-  // Explicit, so that an integer never becomes a blank string by accident.
   // A negative n is taken as 0.
-  explicit LCString(int n);
+  LCString(int n);
   // Copy of a terminated string: length strlen, add position length - 1, so
   // LCString("") has add position -1 and is full for AddString.
   // A null pointer gives the empty string of LCString() (add position 0).
