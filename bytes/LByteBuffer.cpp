@@ -172,6 +172,10 @@ LByteBuffer* LByteBuffer::WriteData(char* text) {
 
 unsigned char LByteBuffer::ReadData(int index) {
   if (index < 0) index = 1;
+  // Within the receiver's own block: no division and no walk.
+  if (index < m_nBlockSize) {
+    return m_pDataBlock != nullptr && index < m_nDataSize ? m_pDataBlock[index] : 0;
+  }
   if (m_nBlockSize < 1) return 0;
   int hops = index / m_nBlockSize;
   int offset = index % m_nBlockSize;

@@ -57,7 +57,8 @@ class VQ0300_API LByteBuffer {
   // the end of this chain, wherever in the chain the receiver stands: first
   // the space left in the last block, then new blocks from
   // AllocateNewBlock() called on the current last block.
-  // A null `source`, or an empty one, changes nothing.
+  // A null `source`, or an empty one, changes nothing. Copying stops, as in
+  // WriteData(char*), at a block that can take no byte.
   virtual void CopyBlock(LByteBuffer* source);
 
   // The last block of the chain, following the next links from `block`
@@ -90,8 +91,10 @@ class VQ0300_API LByteBuffer {
   // receiver and adding blocks with AllocateNewBlock() as each fills, and
   // returns the block that holds the end of the data: the receiver if no
   // block was added. A null or empty text gives back the receiver.
-  // A block without storage takes no characters: appending stops there and
-  // the result is the last block that took one (the receiver if none did).
+  // A block without storage takes no characters, and an override of
+  // AllocateNewBlock may yield null or a block that takes none: appending
+  // stops there, and the result is the last block that took a character
+  // (the receiver if none did).
   LByteBuffer* WriteData(char* text);
 
   // The byte at position `index`, counted from the receiver; a negative

@@ -24,11 +24,15 @@ void LCirByteBuffer::Allocate(int size) {
 }
 
 void LCirByteBuffer::WriteData(unsigned char value) {
-  if (m_pData == nullptr) return;
-  m_pData[m_nCircularIndex] = value;
-  if (m_nLinearIndex < INT_MAX) ++m_nLinearIndex;
-  ++m_nCircularIndex;
-  if (m_nCircularIndex >= m_nBlockSize) m_nCircularIndex = 0;
+  // Fields are read into locals first: the byte store may alias them, and
+  // reloading them after it would slow the hot path.
+  unsigned char* data = m_pData;
+  const int slot = m_nCircularIndex;
+  const int linear = m_nLinearIndex;
+  if (data == nullptr) return;
+  data[slot] = value;
+  if (linear < INT_MAX) m_nLinearIndex = linear + 1;
+  m_nCircularIndex = slot + 1 < m_nBlockSize ? slot + 1 : 0;
 }
 
 void LCirByteBuffer::WriteData(char value) { WriteData(static_cast<unsigned char>(value)); }
