@@ -81,7 +81,7 @@ LByteBuffer* LByteBuffer::AllocateNewBlock() {
 }
 
 void LByteBuffer::CopyBlock(LByteBuffer* source) {
-  if (source == nullptr || source->m_pDataBlock == nullptr) return;
+  if (source == nullptr || source->m_pDataBlock == nullptr || source->m_nDataSize <= 0) return;
   const unsigned char* bytes = source->m_pDataBlock;
   std::size_t left = static_cast<std::size_t>(source->m_nDataSize);
   LByteBuffer* current = GetLastBlock(this);
