@@ -45,6 +45,7 @@ TEST(StringRoutines, ItoaReturnsTheEndOfTheText) {
   char untouched[] = "keep";
   for (int base : {1, 0, -2}) EXPECT_EQ(itoa(5, untouched, base), nullptr);
   EXPECT_STREQ(untouched, "keep");
+  EXPECT_EQ(itoa(5, nullptr, 10), nullptr);
 }
 
 TEST(StringRoutines, StricmpGivesMinusOneZeroOrOne) {

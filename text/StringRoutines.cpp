@@ -41,7 +41,7 @@ void strlwr(std::string& s) { MapBytes(s.data(), s.size(), ToLower); }
 void strupr(std::string& s) { MapBytes(s.data(), s.size(), ToUpper); }
 
 char* itoa(int value, char* buffer, int base) {
-  if (base < 2) return nullptr;
+  if (base < 2 || buffer == nullptr) return nullptr;
   char* out = buffer;
   // The magnitude in a width that holds 2147483648.
   uint64_t magnitude = static_cast<uint64_t>(value < 0 ? -static_cast<int64_t>(value) : value);
@@ -73,11 +73,14 @@ int strcmpi(char* a, char* b) { return stricmp(a, b); }
 
 int strnicmp(char const* a, char const* b, int n) {
   if (n < 1 || a == nullptr || b == nullptr) return 0;
-  int sum = 0;
+  // Summed wide and clamped, so that very long strings cannot overflow.
+  int64_t sum = 0;
   for (int i = 0; i < n && a[i] != '\0' && b[i] != '\0'; ++i) {
     sum += FoldedSigned(a[i]) - FoldedSigned(b[i]);
   }
-  return sum;
+  if (sum > INT32_MAX) return INT32_MAX;
+  if (sum < INT32_MIN) return INT32_MIN;
+  return static_cast<int>(sum);
 }
 
 void strrev(char* s) {

@@ -24,8 +24,8 @@ VQ0300_API void strupr(std::string& s);
 
 // Writes value in base (upper-case digits; a '-' for a negative value, in any
 // base) and a NUL, and returns a pointer to that NUL: the END of the text, so
-// keep your own buffer pointer. A base below 2 returns null and writes
-// nothing. Digit values above 35 continue from '[' on.
+// keep your own buffer pointer. A base below 2, or a null buffer, returns
+// null and writes nothing. Digit values above 35 continue from '[' on.
 // buffer needs up to 34 bytes (a '-', 32 binary digits and the NUL).
 // Examples: (255, b, 16) writes "FF" and returns b + 2; (-5, b, 2) "-101";
 // (36, b, 37) "[".
@@ -42,7 +42,7 @@ VQ0300_API int strcmpi(char* a, char* b);
 // upper-cased bytes over at most n positions, stopping where either string
 // ends. "ab" and "ba" give 0; "abc" and "ab" give 0 for every n; an empty
 // string against anything gives 0; n below 1 gives 0 and reads nothing.
-// REQUIRES: a and b are not null when n >= 1 (a null gives 0).
+// A null a or b gives 0. A sum beyond the range of int is clamped to it.
 VQ0300_API int strnicmp(char const* a, char const* b, int n);
 
 // Reverses s up to its terminator, in place. A null s does nothing.
