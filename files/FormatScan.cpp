@@ -47,8 +47,7 @@ bool CopyNumber(char const* text, std::size_t& i, char* out, std::size_t& d) {
 // it. False for anything outside the accepted grammar
 //   % [-+ #0]* digits? (. digits?)? (hh|h|l|ll|j|z|t)? letter
 // or for a combination whose behaviour printf leaves undefined.
-bool ParseDirective(char const* text, std::size_t start, ParsedConversion& out,
-                    std::size_t& end) {
+bool ParseDirective(char const* text, std::size_t start, ParsedConversion& out, std::size_t& end) {
   char* dir = out.directive;
   std::size_t d = 0;
   std::size_t i = start + 1;
@@ -68,12 +67,15 @@ bool ParseDirective(char const* text, std::size_t start, ParsedConversion& out,
     if (!CopyNumber(text, i, dir, d)) return false;
   }
   LengthModifier length = LengthModifier::kNone;
+  std::size_t lengthChars = 1;
   switch (text[i]) {
     case 'h':
       length = text[i + 1] == 'h' ? LengthModifier::kHH : LengthModifier::kH;
+      if (length == LengthModifier::kHH) lengthChars = 2;
       break;
     case 'l':
       length = text[i + 1] == 'l' ? LengthModifier::kLL : LengthModifier::kL;
+      if (length == LengthModifier::kLL) lengthChars = 2;
       break;
     case 'j':
       length = LengthModifier::kJ;
@@ -85,12 +87,9 @@ bool ParseDirective(char const* text, std::size_t start, ParsedConversion& out,
       length = LengthModifier::kT;
       break;
     default:
+      lengthChars = 0;
       break;
   }
-  const std::size_t lengthChars =
-      length == LengthModifier::kNone ? 0
-      : (length == LengthModifier::kHH || length == LengthModifier::kLL) ? 2
-                                                                          : 1;
   for (std::size_t k = 0; k < lengthChars; ++k) dir[d++] = text[i++];
 
   const char specifier = text[i];

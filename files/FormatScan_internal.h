@@ -28,10 +28,10 @@ enum class LengthModifier { kNone, kHH, kH, kL, kLL, kJ, kZ, kT };
 // One conversion as printf would read it: literal text (with "%%" already
 // made one "%"), at most one directive, literal text.
 struct ParsedConversion {
-  char letter = 0;              // the letter of "dfxXes" that ended it
+  char letter = 0;               // the letter of "dfxXes" that ended it
   ArgType type = ArgType::kInt;  // the argument that letter takes
-  bool hasDirective = false;    // false: printf would show no argument
-  char specifier = 0;           // the directive's own letter
+  bool hasDirective = false;     // false: printf would show no argument
+  char specifier = 0;            // the directive's own letter
   LengthModifier length = LengthModifier::kNone;
   char prefix[kConversionSize] = {};     // literal text ahead of the directive
   char directive[kConversionSize] = {};  // the directive, rebuilt from its parts

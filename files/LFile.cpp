@@ -15,14 +15,14 @@ namespace {
 // never selected (code 0 answers "No Error!").
 constexpr int kErrorRows = 8;
 const char g_szFileErrors[kErrorRows][1024] = {
-    "No Error Found.",
-    "LFile conflict : Unable to open file.",
-    "Unsupported print format.",
-    "File not opened.",
-    "File not readable.",
-    "File not writable.",
-    "End Of File Reached.",
-    "Invalid Filename.",
+    "No Error Found.",                        // 0
+    "LFile conflict : Unable to open file.",  // -1 LFILE_ERR_CONFLICT
+    "Unsupported print format.",              // -2 LFILE_ERR_FORMAT
+    "File not opened.",                       // -3 LFILE_ERR_NOT_OPEN
+    "File not readable.",                     // -4 LFILE_ERR_NOT_READABLE
+    "File not writable.",                     // -5 LFILE_ERR_NOT_WRITABLE
+    "End Of File Reached.",                   // -6 LFILE_ERR_EOF
+    "Invalid Filename.",                      // -7 LFILE_ERR_FILENAME
 };
 
 constexpr char kProbeName[] = "40.88.26.60.71";

@@ -9,8 +9,8 @@
 
 namespace {
 
-using vq0300_internal::Argument;
 using vq0300_internal::ArgType;
+using vq0300_internal::Argument;
 using vq0300_internal::ParsedConversion;
 
 constexpr int kOutputFormatFailure = -1;

@@ -62,8 +62,9 @@ class VQ0300_API LMsgOutput {
   //    the log did not open).
   // A text holding a conversion that would show an argument ("%d", "%s")
   // fails as "Unsupported print format." without reading any; "%%", or a
-  // conversion such as "%% d" that shows nothing, is written. As with
-  // WriteLine, text is the last piece: a stream error is not seen here.
+  // conversion such as "%% d" that shows nothing, is written. A text
+  // without "%" is one last piece, written with no ferror test: a stream
+  // error on the log does not show here.
   int PrintLog(char const* text);
 
   // Formats as LFile::WriteLine scans (see there for what a conversion is
