@@ -1,0 +1,124 @@
+#include "vq0300/LMsgOutput.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "FormatScan_internal.h"
+
+namespace {
+
+using vq0300_internal::ArgType;
+using vq0300_internal::Argument;
+using vq0300_internal::ParsedConversion;
+
+constexpr int kOutputFormatFailure = -1;
+constexpr int kOutputLogFailure = -2;
+
+// The sink of Output: every piece and every value to Print, then PrintLog.
+class ChannelSink final : public vq0300_internal::ScanSink {
+ public:
+  explicit ChannelSink(LMsgOutput& channel) : m_channel(channel) {}
+
+  int Piece(char const* text, bool /*last*/) override {
+    m_channel.Print(text);
+    return m_channel.PrintLog(text) != 0 ? kOutputLogFailure : 0;
+  }
+
+  int Value(ParsedConversion const& conversion, Argument const& argument) override {
+    if (conversion.type == ArgType::kText) {
+      return Piece(argument.text != nullptr ? argument.text : "(null)", false);
+    }
+    char value[vq0300_internal::kConversionSize];
+    if (vq0300_internal::FormatValue(value, sizeof value, conversion, argument) < 0) {
+      return kOutputFormatFailure;
+    }
+    return Piece(value, false);
+  }
+
+ private:
+  LMsgOutput& m_channel;
+};
+
+// Destroys a log file that InitLogFile created with new LFile, so its
+// dynamic type is LFile itself and the non-virtual destructor is the right one.
+void DestroyLog(LFile* log) { std::unique_ptr<LFile> owner(log); }
+
+int RunOutput(LMsgOutput& channel, char const* format, std::va_list* args) {
+  ChannelSink sink(channel);
+  return vq0300_internal::RunFormatScan(format, args, sink, kOutputFormatFailure);
+}
+
+}  // namespace
+
+LMsgOutput::LMsgOutput() : m_pfileLogFile(nullptr), m_wOutputOptions(0) {}
+
+LMsgOutput::~LMsgOutput() { DestroyLog(m_pfileLogFile); }
+
+void LMsgOutput::SetOutputOptions(unsigned short options) { m_wOutputOptions = options; }
+
+int LMsgOutput::InitLogFile(char const* path, bool fresh) {
+  LFile* old = m_pfileLogFile;
+  m_pfileLogFile = nullptr;
+  DestroyLog(old);
+  m_pfileLogFile = new LFile(path, fresh ? "wt" : "at");
+  return m_pfileLogFile->GetErrorCode();
+}
+
+void LMsgOutput::Print(char const* text) {
+  if (text == nullptr) return;
+  if ((m_wOutputOptions & LMSG_OUTPUT_STDERR) != 0) {
+    vq0300_internal::WriteWithoutArguments(stderr, text);
+  } else if ((m_wOutputOptions & LMSG_OUTPUT_STDOUT) != 0) {
+    vq0300_internal::WriteWithoutArguments(stdout, text);
+  }
+}
+
+int LMsgOutput::PrintLog(char const* text) {
+  if ((m_wOutputOptions & LMSG_OUTPUT_LOG) == 0) return 0;
+  if (m_pfileLogFile == nullptr) {
+    Print("Log File not initialized!\n");
+    return -1;
+  }
+  // WriteLine(text) with no arguments, which a variadic call cannot say.
+  LFile& log = *m_pfileLogFile;
+  log.m_nErrorCode = 0;
+  if (log.ValidWrite() == 0) {
+    log.m_nErrorCode = vq0300_internal::WriteFormatted(log.m_pFile, text, nullptr);
+  }
+  if (log.GetErrorCode() == 0) return 0;
+  Print("Error Writing to Log File:\n");
+  char const* message = log.GetErrorMessage();
+  Print((std::string("\t\t") + (message != nullptr ? message : "")).c_str());
+  return -1;
+}
+
+int LMsgOutput::Output(char const* format, ...) {
+  std::va_list args;
+  va_start(args, format);
+  int result;
+  try {
+    result = RunOutput(*this, format, &args);
+  } catch (...) {
+    va_end(args);
+    throw;
+  }
+  va_end(args);
+  return result;
+}
+
+int LMsgOutput::Output(unsigned short options, char const* format, ...) {
+  SetOutputOptions(options);
+  std::va_list args;
+  va_start(args, format);
+  int result;
+  try {
+    result = RunOutput(*this, format, &args);
+  } catch (...) {
+    va_end(args);
+    throw;
+  }
+  va_end(args);
+  return result;
+}
