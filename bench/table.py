@@ -1,0 +1,73 @@
+#!/usr/bin/env python3
+"""Runs the benchmark program and prints a Markdown table: each operation of
+the library, its throughput, the standard peer it ran beside in the same run,
+and the ratio (above 1: the library is faster).
+
+usage: bench/table.py PATH/TO/vq0300-bench [extra benchmark flags]
+"""
+import datetime
+import json
+import os
+import platform
+import subprocess
+import sys
+import tempfile
+
+# (operation, library benchmark, peer, peer benchmark); the peer may be None.
+ROWS = [
+    ("LRNG::GetRandom", "BM_LRNG_GetRandom", "std::mt19937", "BM_std_mt19937"),
+    ("get_crc_32, 64 KiB", "BM_get_crc_32/65536", "bitwise CRC-32", "BM_bitwise_crc_32/65536"),
+    ("get_crc_16, 64 KiB", "BM_get_crc_16/65536", "bitwise CRC-16", "BM_bitwise_crc_16/65536"),
+    ("get_crc_ccitt, 64 KiB", "BM_get_crc_ccitt/65536", "bitwise CCITT", "BM_bitwise_crc_ccitt/65536"),
+    ("RBTree::Insert, 1M keys", "RBTreeInsert/1000000", "std::set", "StdSetInsert/1000000"),
+    ("RBTree::Insert, 1M keys", "RBTreeInsert/1000000", "std::map", "StdMapInsert/1000000"),
+    ("RBTree::Search, 1M keys", "RBTreeSearch/1000000", "std::set", "StdSetSearch/1000000"),
+    ("RBTree::Search, 1M keys", "RBTreeSearch/1000000", "std::map", "StdMapSearch/1000000"),
+    ("RBTree::Delete, 1M keys", "RBTreeDelete/1000000", "std::set", "StdSetDelete/1000000"),
+    ("RBTree::Delete, 1M keys", "RBTreeDelete/1000000", "std::map", "StdMapDelete/1000000"),
+    ("LByteBuffer::WriteData(char*), 100 MB", "BM_LByteBuffer_WriteText", "std::string append",
+     "BM_StdString_Append"),
+    ("LByteBuffer::ReadData, 100 MB by block", "BM_LByteBuffer_ReadByIndex", None, None),
+    ("LCirByteBuffer::WriteData, 100 MB", "BM_LCirByteBuffer_Write/65536", None, None),
+    ("LHash::getKey, 10 keys", "LHashGetKey/10", None, None),
+    ("LHash::getKey, 1,000 keys", "LHashGetKey/1000", None, None),
+    ("LHash::getKey, 100,000 keys", "LHashGetKey/100000", None, None),
+    ("ErrorHandler::Initialize, 100,000 definitions", "BM_InitializeWholeFile", None, None),
+]
+
+
+def rate(result):
+    """Throughput of one benchmark as (value, unit text)."""
+    if "bytes_per_second" in result:
+        return result["bytes_per_second"] / 1e6, "MB/s"
+    if "items_per_second" in result:
+        return result["items_per_second"] / 1e6, "M items/s"
+    seconds = result["real_time"] * {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}[result["time_unit"]]
+    return 1.0 / seconds, "runs/s"
+
+
+def main():
+    if len(sys.argv) < 2:
+        sys.exit(__doc__)
+    with tempfile.NamedTemporaryFile(suffix=".json") as out:
+        subprocess.run([sys.argv[1], "--benchmark_out=" + out.name, "--benchmark_out_format=json",
+                        *sys.argv[2:]], check=True, stdout=subprocess.DEVNULL)
+        results = {r["name"]: r for r in json.load(open(out.name))["benchmarks"]}
+    print(f"Measured {datetime.date.today()} on {platform.machine()}, {os.cpu_count()} cores, "
+          f"{platform.platform()}; one run, release build.\n")
+    print("| Operation | Throughput | Peer in the same run | Peer throughput | Ratio |")
+    print("|---|---|---|---|---|")
+    for operation, name, peer, peer_name in ROWS:
+        if name not in results:
+            continue
+        value, unit = rate(results[name])
+        if peer and peer_name in results:
+            peer_value, _ = rate(results[peer_name])
+            print(f"| {operation} | {value:,.1f} {unit} | {peer} | {peer_value:,.1f} {unit} | "
+                  f"{value / peer_value:.2f} |")
+        else:
+            print(f"| {operation} | {value:,.1f} {unit} | none | | |")
+
+
+if __name__ == "__main__":
+    main()
