@@ -1,5 +1,6 @@
 #include "vq0300/HexConversion.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -29,8 +30,9 @@ void util_Bin2HexAnsi(const unsigned char* source, unsigned char* target, int co
     target[0] = '\0';
     return;
   }
-  for (int i = 0; i < count; ++i) util_SplitBin2Char(source[i], target[2 * i], target[2 * i + 1]);
-  target[2 * count] = '\0';
+  const size_t n = static_cast<size_t>(count);
+  for (size_t i = 0; i < n; ++i) util_SplitBin2Char(source[i], target[2 * i], target[2 * i + 1]);
+  target[2 * n] = '\0';
 }
 
 void util_FlipByte(char& value) {

@@ -276,7 +276,7 @@ void AddDefinition(LString& ls, std::string s, int offset, LObjList* definitions
   element->m_dwErrorCode = (static_cast<uint32_t>(offset) << 16) | low;
   element->m_wContinue = action == kStop ? 0 : 1;
   definitions->AddTail(element.get());
-  element.release();
+  static_cast<void>(element.release());  // the list holds it now
 }
 
 // The statement loop, behind the header. Returns 0 at the end of the file or

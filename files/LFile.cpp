@@ -166,7 +166,8 @@ int LFile::Write(int count, unsigned char const* data) {
   return m_nErrorCode = std::ferror(m_pFile);
 }
 
-int LFile::Write(int count, LCString text) {
+// The string comes by value because the interface says so.
+int LFile::Write(int count, LCString text) {  // NOLINT(performance-unnecessary-value-param)
   m_nErrorCode = 0;
   if (ValidWrite() != 0) return m_nErrorCode;
   const int inBuffer = text.GetLength() + 1;

@@ -225,7 +225,8 @@ void LCString::MakeReverse() { std::reverse(m_pszData, m_pszData + m_nLength); }
 
 char* LTEXT(LCString const& s) { return s.c_str(); }
 
-void util_strncpy(char* dst, LCString src, int count, int limit) {
+// The string comes by value because the interface says so.
+void util_strncpy(char* dst, LCString src, int count, int limit) {  // NOLINT(performance-unnecessary-value-param)
   if (dst == nullptr) return;
   if (src.IsEmpty()) {
     dst[0] = '\0';  // no NUL padding, whatever count says

@@ -10,7 +10,7 @@ namespace {
 // The byte as a signed value with the ASCII lower-case letters folded to
 // upper case; nothing else changes, so bytes of 0x80 and up stay negative.
 int FoldedSigned(char c) {
-  const int value = static_cast<signed char>(c);
+  const int value = static_cast<signed char>(c);  // NOLINT(bugprone-signed-char-misuse): meant
   return (value >= 'a' && value <= 'z') ? value - ('a' - 'A') : value;
 }
 
