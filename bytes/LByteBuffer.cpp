@@ -15,7 +15,10 @@ constexpr int kDefaultBlockSize = 32000;
 // and its memory goes back unsized, whatever type the new-expression named.
 void DestroyBlock(LByteBuffer* block) {
   if (block == nullptr) return;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdelete-non-virtual-dtor"
   block->~LByteBuffer();
+#pragma GCC diagnostic pop
   ::operator delete(block);
 }
 

@@ -2,7 +2,6 @@
 
 #include <cstdarg>
 #include <cstdio>
-#include <memory>
 #include <string>
 
 #include "FormatScan_internal.h"
@@ -43,7 +42,12 @@ class ChannelSink final : public vq0300_internal::ScanSink {
 
 // Destroys a log file that InitLogFile created with new LFile, so its
 // dynamic type is LFile itself and the non-virtual destructor is the right one.
-void DestroyLog(LFile* log) { std::unique_ptr<LFile> owner(log); }
+void DestroyLog(LFile* log) {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdelete-non-virtual-dtor"
+  delete log;
+#pragma GCC diagnostic pop
+}
 
 int RunOutput(LMsgOutput& channel, char const* format, std::va_list* args) {
   ChannelSink sink(channel);
