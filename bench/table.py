@@ -37,13 +37,20 @@ ROWS = [
 
 
 def rate(result):
-    """Throughput of one benchmark as (value, unit text)."""
+    """Throughput of one benchmark as (per second, unit)."""
     if "bytes_per_second" in result:
-        return result["bytes_per_second"] / 1e6, "MB/s"
+        return result["bytes_per_second"], "B/s"
     if "items_per_second" in result:
-        return result["items_per_second"] / 1e6, "M items/s"
+        return result["items_per_second"], "items/s"
     seconds = result["real_time"] * {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}[result["time_unit"]]
     return 1.0 / seconds, "runs/s"
+
+
+def show(value, unit):
+    for scale, prefix in ((1e9, "G"), (1e6, "M"), (1e3, "k")):
+        if value >= scale:
+            return f"{value / scale:.1f} {prefix}{unit}"
+    return f"{value:.1f} {unit}"
 
 
 def main():
@@ -63,10 +70,10 @@ def main():
         value, unit = rate(results[name])
         if peer and peer_name in results:
             peer_value, _ = rate(results[peer_name])
-            print(f"| {operation} | {value:,.1f} {unit} | {peer} | {peer_value:,.1f} {unit} | "
+            print(f"| {operation} | {show(value, unit)} | {peer} | {show(peer_value, unit)} | "
                   f"{value / peer_value:.2f} |")
         else:
-            print(f"| {operation} | {value:,.1f} {unit} | none | | |")
+            print(f"| {operation} | {show(value, unit)} | none | | |")
 
 
 if __name__ == "__main__":
