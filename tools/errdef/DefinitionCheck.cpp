@@ -60,6 +60,24 @@ class StatementCheck {
  public:
   explicit StatementCheck(std::vector<Warning>& warnings) : warnings_(warnings) {}
 
+  // One warning for all definitions ahead of the first offset statement,
+  // at the first of them.
+  void Finish() {
+    if (ahead_.empty()) return;
+    const Statement& first = *ahead_.front();
+    const bool loaded = first.loaded;
+    const std::string lines = ahead_.size() == 1
+                                  ? "a definition stands"
+                                  : std::to_string(ahead_.size()) + " definitions (lines " +
+                                        std::to_string(first.line) + " to " +
+                                        std::to_string(ahead_.back()->line) + ") stand";
+    const char* one = loaded ? ": its code gets the offset 65534 (FFFE)"
+                             : ": it belongs to no block and is not loaded";
+    const char* many = loaded ? ": their codes get the offset 65534 (FFFE)"
+                              : ": they belong to no block and are not loaded";
+    Warn(first, lines + " ahead of the first offset statement" + (ahead_.size() == 1 ? one : many));
+  }
+
   void Offset(const Statement& s) {
     const size_t separator = s.text.find(kSeparator);
     if (CountMarks(s.text, kSeparator) >= 2 ||
@@ -88,12 +106,7 @@ class StatementCheck {
       Warn(s, "action " + Quoted(s.action) + " is not \"STOP\": the definition continues (1)");
     }
     CommentMarks(s);
-    if (s.ahead_of_blocks) {
-      Warn(s, s.loaded ? "definition ahead of the first offset statement: its code gets the "
-                         "offset 65534 (FFFE)"
-                       : "definition ahead of the first offset statement belongs to no block and "
-                         "is not loaded");
-    }
+    if (s.ahead_of_blocks) ahead_.push_back(&s);
     if (!s.loaded) return;
     const auto first = first_line_.emplace(s.code, s.line);
     if (!first.second) {
@@ -135,7 +148,8 @@ class StatementCheck {
   }
 
   std::vector<Warning>& warnings_;
-  std::map<uint32_t, int> first_line_;  // code -> line of its first loaded definition
+  std::map<uint32_t, int> first_line_;   // code -> line of its first loaded definition
+  std::vector<const Statement*> ahead_;  // definitions ahead of the first offset statement
 };
 
 // --- Comparison with the loaded handler ----------------------------------------------
@@ -282,6 +296,7 @@ CheckResult CheckDefinitionFile(const std::string& path, int selector) {
       statements.Definition(s);
     }
   }
+  statements.Finish();
   if (selector >= 0 && !reading->block_found) {
     check.warnings.push_back({0, "no offset statement has the value " + std::to_string(selector) +
                                      ": nothing is loaded"});
