@@ -82,9 +82,11 @@ class StatementCheck {
     const size_t separator = s.text.find(kSeparator);
     if (CountMarks(s.text, kSeparator) >= 2 ||
         (separator != std::string::npos && s.text.find("Offset") > separator)) {
-      Warn(s, "read as an offset statement because it holds \"Offset\" (its value reads as " +
-                  std::to_string(s.value) + "): " + Quoted(s.text));
-    } else {
+      Warn(s, "read as an offset statement because it holds \"Offset\" (" +
+                  (s.ends_block ? std::string("it ends the selected block")
+                                : "its value reads as " + std::to_string(s.value)) +
+                  "): " + Quoted(s.text));
+    } else if (!s.ends_block) {
       NumberText(s, "offset", s.value_text, "its block gets the offset");
     }
     CommentMarks(s);

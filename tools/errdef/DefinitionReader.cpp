@@ -298,7 +298,11 @@ class Pass {
     statement.text = text.text().substr(0, first + kEndLength);
     statement.is_offset = statement.text.find(kOffsetWord) != std::string::npos;
     if (statement.is_offset) {
-      if (offset_ >= 0 && selector_ >= 0) return false;  // the selected block is complete
+      if (offset_ >= 0 && selector_ >= 0) {  // the selected block is complete
+        statement.ends_block = true;
+        reading_.statements.push_back(std::move(statement));
+        return false;
+      }
       const std::string value = Behind(statement.text, kSeparator);
       statement.value_text = Trimmed(Left(value, FindMark(value, kEnd)));
       statement.value = Low32(std::strtol(statement.value_text.c_str(), nullptr, 10));

@@ -25,9 +25,10 @@ struct Warning {
 // One statement as the reader cut it out: the text up to and including its
 // first "<E/>", trimmed, with the fields the loader takes from it.
 struct Statement {
-  int line = 0;            // line of the statement's first character
-  std::string text;        // ends in "<E/>"
-  bool is_offset = false;  // holds "Offset" anywhere
+  int line = 0;             // line of the statement's first character
+  std::string text;         // ends in "<E/>"
+  bool is_offset = false;   // holds "Offset" anywhere
+  bool ends_block = false;  // an offset statement that ends the selected block and the pass
   // Offset statements.
   std::string value_text;  // between the first "<S/>" and the "<E/>"
   int32_t value = 0;       // strtol, low 32 bits
@@ -48,7 +49,7 @@ struct Reading {
   std::string failure;
   // Every statement the pass reached, in file order, loaded or not. With a
   // selector of 0 or more the pass ends at the offset statement behind the
-  // selected block, which is not listed.
+  // selected block, which is listed last, with ends_block set.
   std::vector<Statement> statements;
   // Places where the reader's rules drop or join text: comments that remove
   // what stands ahead of them, lines with more than one "<E/>", text carried
