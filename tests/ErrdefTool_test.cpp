@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -301,6 +302,45 @@ TEST(ErrdefTool, FailedLoadsExitTwoWithTheReason) {
   EXPECT_EQ(run.out.substr(run.out.find(": load failed")),
             ": load failed with result -3: cannot enter the directory of the file: the working "
             "directory cannot be saved\n");
+}
+
+// The tool's own reading must follow the loader on any text: on files made of
+// statements, their parts, comments and odd bytes it never reports a disagreement.
+TEST(ErrdefTool, ReadingAgreesWithTheLoaderOnRandomFiles) {
+  const std::vector<std::string> pieces = {"1<S/>A<S/>STOP<E/>",
+                                           "Offset<S/>1<E/>",
+                                           "<S/>",
+                                           "<E/>",
+                                           "<!--",
+                                           "-->",
+                                           "Offset",
+                                           "STOP",
+                                           "1",
+                                           "70000",
+                                           "-1",
+                                           " ",
+                                           "\t",
+                                           "A",
+                                           "%d",
+                                           std::string(1, '\0'),
+                                           "\x7f",
+                                           "<ErrorMessageDefinition>"};
+  std::mt19937 random(7);
+  TempDir dir;
+  for (int round = 0; round < 60; ++round) {
+    std::string file = HEAD;
+    for (int line = random() % 12; line > 0; --line) {
+      for (int n = random() % 5; n > 0; --n) file += pieces[random() % pieces.size()];
+      file += random() % 4 == 0 ? "\r\n" : "\n";
+    }
+    if (random() % 2 == 0) file += pieces[random() % pieces.size()];  // no line end
+    WriteFile(dir / "defs.txt", file);
+    const ToolRun run = RunTool(dir, round % 4 == 0 ? "defs.txt --block 1" : "defs.txt");
+    EXPECT_TRUE(run.status >= 0 && run.status <= 2 && run.err.empty()) << run.status << run.err;
+    for (const char* disagreement : {"this reading", "the loader holds", "this checker"}) {
+      EXPECT_EQ(run.out.find(disagreement), std::string::npos) << file << "\n" << run.out;
+    }
+  }
 }
 
 TEST(ErrdefTool, UsageErrorsExitTwo) {
