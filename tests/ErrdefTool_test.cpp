@@ -121,111 +121,78 @@ TEST_P(ErrdefToolWarning, FiresWhereTheLoaderMisreads) {
   EXPECT_NE(run.out.find("\n" + std::to_string(warnings.size()) + " warning"), std::string::npos);
 }
 
+// clang-format off
 const WarningCase kWarningCases[] = {
-    {"OffsetInMessage",
-     HEAD "Offset<S/>100<E/>\n1<S/>A<S/>STOP<E/>\n2<S/>No Offset<S/>STOP<E/>\n3<S/>C<S/>STOP<E/>\n",
-     -1,
+    {"OffsetInMessage", HEAD "Offset<S/>100<E/>\n1<S/>A<S/>STOP<E/>\n2<S/>No Offset<S/>STOP<E/>\n"
+     "3<S/>C<S/>STOP<E/>\n", -1,
      {"3 00640001 0 A", "5 00000003 0 C"},
      {"4: read as an offset statement because it holds \"Offset\" (its value reads as 0)"}},
-    {"OffsetInMessageEndsBlock",
-     HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n2<S/>No Offset<S/>STOP<E/>\n3<S/>C<S/>STOP<E/>\n",
-     1,
-     {"3 00010001 0 A"},
-     {"4: read as an offset statement because it holds \"Offset\" (it ends the selected block)"}},
-    {"CommentBehindStatement",
-     HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/> <!-- note -->\n2<S/>B<S/>STOP<E/>\n",
-     -1,
-     {"4 00010002 0 B"},
-     {"3: a comment removes the text ahead of it: \"1<S/>A<S/>STOP<E/>\""}},
-    {"CommentLineInsideStatement",
-     HEAD "Offset<S/>1<E/>\n1<S/>Start\n<!-- x\n-->\n2<S/>B<S/>STOP<E/>\n",
-     -1,
-     {"6 00010002 0 B"},
-     {"4: a comment removes the text ahead of it (from line 3): \"1<S/>Start\""}},
-    {"TwoEndMarks",
-     HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>2<S/>B<S/>STOP<E/>\n",
-     -1,
-     {"3 00010001 0 A"},
-     {"3: more than one \"<E/>\": only the first statement is read, \"2<S/>B<S/>STOP<E/>\" is "
-      "lost"}},
-    {"OneSeparator",
-     HEAD "Offset<S/>1<E/>\n7<S/>Text<E/>\n",
-     -1,
-     {"3 00010007 1 "},
-     {"3: definition has 1 \"<S/>\" instead of 2: read as number 7, message \"\", continue 1"}},
-    {"NumberNotDecimal",
-     HEAD "Offset<S/>1<E/>\n12abc<S/>A<S/>STOP<E/>\n0x10<S/>B<S/>STOP<E/>\n",
-     -1,
+    {"OffsetInMessageEndsBlock", HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n"
+     "2<S/>No Offset<S/>STOP<E/>\n3<S/>C<S/>STOP<E/>\n", 1,
+     {"3 00010001 0 A"}, {"4: read as an offset statement because it holds \"Offset\" (it ends "
+      "the selected block)"}},
+    {"CommentBehindStatement", HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/> <!-- note -->\n"
+     "2<S/>B<S/>STOP<E/>\n", -1,
+     {"4 00010002 0 B"}, {"3: a comment removes the text ahead of it: \"1<S/>A<S/>STOP<E/>\""}},
+    {"CommentLineInsideStatement", HEAD "Offset<S/>1<E/>\n1<S/>Start\n<!-- x\n-->\n"
+     "2<S/>B<S/>STOP<E/>\n", -1,
+     {"6 00010002 0 B"}, {"4: a comment removes the text ahead of it (from line 3): "
+      "\"1<S/>Start\""}},
+    {"TwoEndMarks", HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>2<S/>B<S/>STOP<E/>\n", -1,
+     {"3 00010001 0 A"}, {"3: more than one \"<E/>\": only the first statement is read, "
+      "\"2<S/>B<S/>STOP<E/>\" is lost"}},
+    {"OneSeparator", HEAD "Offset<S/>1<E/>\n7<S/>Text<E/>\n", -1,
+     {"3 00010007 1 "}, {"3: definition has 1 \"<S/>\" instead of 2: read as number 7, message "
+      "\"\", continue 1"}},
+    {"NumberNotDecimal", HEAD "Offset<S/>1<E/>\n12abc<S/>A<S/>STOP<E/>\n"
+     "0x10<S/>B<S/>STOP<E/>\n", -1,
      {"3 0001000C 0 A", "4 00010000 0 B"},
      {"3: number text \"12abc\" is not a plain decimal number: read as 12",
       "4: number text \"0x10\" is not a plain decimal number: read as 0"}},
-    {"NumberTooWide",
-     HEAD "Offset<S/>1<E/>\n70000<S/>A<S/>STOP<E/>\n-1<S/>B<S/>STOP<E/>\n",
-     -1,
+    {"NumberTooWide", HEAD "Offset<S/>1<E/>\n70000<S/>A<S/>STOP<E/>\n-1<S/>B<S/>STOP<E/>\n", -1,
      {"3 00011170 0 A", "4 0001FFFF 0 B"},
-     {"3: number 70000 does not fit 16 bits: read as 4464",
-      "4: number -1 does not fit 16 bits: read as 65535"}},
-    {"OffsetNotDecimal",
-     HEAD "Offset<S/>abc<E/>\n1<S/>A<S/>STOP<E/>\n",
-     -1,
-     {"3 00000001 0 A"},
-     {"2: offset text \"abc\" is not a plain decimal number: its block gets the offset 0"}},
-    {"OffsetTooWide",
-     HEAD "Offset<S/>70000<E/>\n1<S/>A<S/>STOP<E/>\n",
-     -1,
-     {"3 11700001 0 A"},
-     {"2: offset 70000 does not fit 16 bits: its block gets the offset 4464"}},
-    {"StopMisspelt",
-     HEAD "Offset<S/>1<E/>\n1<S/>A<S/>stop<E/>\n2<S/>B<S/>STOPP<E/>\n3<S/>C<S/>CONTINUE<E/>\n",
-     -1,
+     {"3: number 70000 does not fit 16 bits: read as 4464", "4: number -1 does not fit 16 bits: "
+      "read as 65535"}},
+    {"OffsetNotDecimal", HEAD "Offset<S/>abc<E/>\n1<S/>A<S/>STOP<E/>\n", -1,
+     {"3 00000001 0 A"}, {"2: offset text \"abc\" is not a plain decimal number: its block gets "
+      "the offset 0"}},
+    {"OffsetTooWide", HEAD "Offset<S/>70000<E/>\n1<S/>A<S/>STOP<E/>\n", -1,
+     {"3 11700001 0 A"}, {"2: offset 70000 does not fit 16 bits: its block gets the offset 4464"}},
+    {"StopMisspelt", HEAD "Offset<S/>1<E/>\n1<S/>A<S/>stop<E/>\n2<S/>B<S/>STOPP<E/>\n"
+     "3<S/>C<S/>CONTINUE<E/>\n", -1,
      {"3 00010001 1 A", "4 00010002 1 B", "5 00010003 1 C"},
      {"3: action \"stop\" is not \"STOP\"", "4: action \"STOPP\" is not \"STOP\""}},
-    {"SameCode",
-     HEAD "Offset<S/>1<E/>\n1<S/>First<S/>STOP<E/>\n1<S/>Second<S/>CONTINUE<E/>\n",
-     -1,
+    {"SameCode", HEAD "Offset<S/>1<E/>\n1<S/>First<S/>STOP<E/>\n1<S/>Second<S/>CONTINUE<E/>\n", -1,
      {"3 00010001 0 First", "4 00010001 1 Second"},
      {"4: same code 00010001 as line 3: lookups find the definition of line 3"}},
-    {"AheadOfBlocks",
-     HEAD "1<S/>A<S/>STOP<E/>\n2<S/>B<S/>STOP<E/>\nOffset<S/>1<E/>\n3<S/>C<S/>STOP<E/>\n",
-     -1,
+    {"AheadOfBlocks", HEAD "1<S/>A<S/>STOP<E/>\n2<S/>B<S/>STOP<E/>\nOffset<S/>1<E/>\n"
+     "3<S/>C<S/>STOP<E/>\n", -1,
      {"2 FFFE0001 0 A", "3 FFFE0002 0 B", "5 00010003 0 C"},
-     {"2: 2 definitions (lines 2 to 3) stand ahead of the first offset statement: their codes get "
-      "the offset 65534"}},
-    {"AheadOfSelectedBlock",
-     HEAD "1<S/>A<S/>STOP<E/>\nOffset<S/>1<E/>\n3<S/>C<S/>STOP<E/>\n",
-     1,
+     {"2: 2 definitions (lines 2 to 3) stand ahead of the first offset statement: their codes "
+      "get the offset 65534"}},
+    {"AheadOfSelectedBlock", HEAD "1<S/>A<S/>STOP<E/>\nOffset<S/>1<E/>\n3<S/>C<S/>STOP<E/>\n", 1,
      {"4 00010003 0 C"},
      {"2: a definition stands ahead of the first offset statement: it belongs to no block and is "
       "not loaded"}},
-    {"CutOffAtEnd",
-     HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n2<S/>B<S/>",
-     -1,
-     {"3 00010001 0 A"},
-     {"4: a statement cut off by the end of the file (no \"<E/>\") is dropped: \"2<S/>B<S/>\""}},
+    {"CutOffAtEnd", HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n2<S/>B<S/>", -1,
+     {"3 00010001 0 A"}, {"4: a statement cut off by the end of the file (no \"<E/>\") is "
+      "dropped: \"2<S/>B<S/>\""}},
     // Findings beyond the list asked for: they, too, change what is loaded.
-    {"TextCarriedBehindEnd",
-     HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>9\n2<S/>B<S/>STOP<E/>\n",
-     -1,
-     {"3 00010001 0 A", "3 0001005C 0 B"},
-     {"3: text behind \"<E/>\" is joined to the front of line 4: \"9\""}},
-    {"CommentLeftInText",
-     HEAD "Offset<S/>1<E/>\n<!-- a --><!-- b -->1<S/>A<S/>STOP<E/>\n",
-     -1,
+    {"TextCarriedBehindEnd", HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>9\n2<S/>B<S/>STOP<E/>\n", -1,
+     {"3 00010001 0 A", "3 0001005C 0 B"}, {"3: text behind \"<E/>\" is joined to the front of "
+      "line 4: \"9\""}},
+    {"CommentLeftInText", HEAD "Offset<S/>1<E/>\n<!-- a --><!-- b -->1<S/>A<S/>STOP<E/>\n", -1,
      {"3 00010000 0 A"},
-     {"3: number text \"<!-- b -->1\" is not a plain decimal number: read as 0",
-      "3: a comment mark stays in the statement text"}},
-    {"EmptyMessageAndHeaderTail",
-     "<ErrorMessageDefinition> Offset<S/>1<E/>\nOffset<S/>1<E/>\n1<S/><S/>STOP<E/>\n",
-     -1,
-     {"3 00010001 0 "},
-     {"1: text behind the header is not read: \"Offset<S/>1<E/>\"",
-      "3: definition has an empty message"}},
-    {"NoSuchBlock",
-     HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n",
-     5,
-     {},
-     {": no offset statement has the value 5: nothing is loaded"}},
+     {"3: number text \"<!-- b -->1\" is not a plain decimal number: read as 0", "3: a comment "
+      "mark stays in the statement text"}},
+    {"EmptyMessageAndHeaderTail", "<ErrorMessageDefinition> Offset<S/>1<E/>\nOffset<S/>1<E/>\n"
+     "1<S/><S/>STOP<E/>\n", -1,
+     {"3 00010001 0 "}, {"1: text behind the header is not read: \"Offset<S/>1<E/>\"", "3: "
+      "definition has an empty message"}},
+    {"NoSuchBlock", HEAD "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n", 5,
+     {}, {": no offset statement has the value 5: nothing is loaded"}},
 };
+// clang-format on
 
 INSTANTIATE_TEST_SUITE_P(Each, ErrdefToolWarning, testing::ValuesIn(kWarningCases),
                          [](const testing::TestParamInfo<WarningCase>& info) {
