@@ -6,11 +6,13 @@
 namespace errdef {
 namespace {
 
-std::string Format(const char* format, int width, unsigned line, uint32_t code, uint16_t cont) {
+// The columns of one table row ahead of its message: line, code in
+// hexadecimal, offset, number and continue flag.
+std::string RowColumns(const Row& row, int width) {
   char text[96];
-  std::snprintf(text, sizeof text, format, width, line, static_cast<unsigned>(code),
-                static_cast<unsigned>(code >> 16), static_cast<unsigned>(code & 0xFFFFu),
-                static_cast<unsigned>(cont));
+  std::snprintf(text, sizeof text, "%*d  %08X  %6u  %6u  %8u  ", width, row.line,
+                static_cast<unsigned>(row.code), static_cast<unsigned>(row.code >> 16),
+                static_cast<unsigned>(row.code & 0xFFFFu), static_cast<unsigned>(row.cont));
   return text;
 }
 
@@ -70,9 +72,7 @@ int PrintReport(LMsgOutput& out, const std::string& path, int selector, const Ch
                   "offset", "number", "continue", "message");
     Say(out, std::string("\n") + head);
     for (const Row& row : check.rows) {
-      Say(out, Format("%*u  %08X  %6u  %6u  %8u  ", width, static_cast<unsigned>(row.line),
-                      row.code, row.cont) +
-                   "\"" + row.message + "\"\n");
+      Say(out, RowColumns(row, width) + "\"" + row.message + "\"\n");
     }
   }
   if (!check.warnings.empty()) Say(out, "\n");
