@@ -58,14 +58,13 @@ TEST(LHash, NullArgumentsCaseAndEmptyValues) {
 TEST(LHash, RandomOperationsAgainstModel) {
   for (const std::uint32_t seed : {11u, 12u, 13u}) {
     std::mt19937 rng(seed);
-    std::uniform_int_distribution<int> op(0, 99), text(0, 11);
     LHash table;
     Model model;
     for (int step = 0; step < 3000; ++step) {
       // Texts t0 .. t11 and the empty text, which a cleared row answers to.
-      const int what = op(rng);
-      const std::string t = text(rng) == 0 ? std::string() : "t" + std::to_string(text(rng));
-      if (what < 20 || model.empty()) {  // createKey: a new row at the end, or the first with t
+      const unsigned what = rng() % 100;
+      const std::string t = rng() % 12 == 0 ? std::string() : "t" + std::to_string(rng() % 12);
+      if (what < 20 || model.empty()) {  // createKey: the first row with t, or a new one at the end
         auto it = std::find_if(model.begin(), model.end(), [&](auto& r) { return r.first == t; });
         if (it == model.end()) it = model.emplace(it, t, Values{});
         LHashElement* row = table.createKey(t.c_str());
@@ -74,10 +73,10 @@ TEST(LHash, RandomOperationsAgainstModel) {
         table.clear();
         model.clear();
       } else {
-        const std::size_t i = std::uniform_int_distribution<std::size_t>(0, model.size() - 1)(rng);
+        const std::size_t i = rng() % model.size();
         LHashElement& row = *table.getKey(static_cast<int>(i));
         Values& values = model[i].second;
-        const int p = std::uniform_int_distribution<int>(-1, static_cast<int>(values.size()))(rng);
+        const int p = static_cast<int>(rng() % (values.size() + 2)) - 1;  // -1 .. size
         if (what < 65) {
           row.setValue(t.c_str());
           values.push_back(t);
