@@ -29,14 +29,12 @@ void* DataFor(const std::string& key) {
 }
 
 // Black height of the subtree at node, or -1 if a colour is neither red nor
-// black, a red node has a red child, a parent link is wrong or the black
+// black, a red node has a red parent, a parent link is wrong or the black
 // heights of two siblings differ.
 int BlackHeight(const RBTreeNode* node, const RBTreeNode* parent) {
   if (node == nullptr) return 1;
   const bool red = node->color == 1;
-  if (node->color > 1 || node->parent != parent) return -1;
-  if (red && ((node->left && node->left->color == 1) || (node->right && node->right->color == 1)))
-    return -1;
+  if (node->color > 1 || node->parent != parent || (red && parent && parent->color == 1)) return -1;
   const int left = BlackHeight(node->left, node), right = BlackHeight(node->right, node);
   return (left < 0 || left != right) ? -1 : left + (red ? 0 : 1);
 }
