@@ -2,151 +2,88 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <sstream>
+#include <string>
 
 namespace {
 
-// A caller's own class, to show that derived objects can be held and
-// destroyed through LObject*.
-class Counted : public LObject {
- public:
-  explicit Counted(int* alive) : alive_(alive) { ++*alive_; }
-  ~Counted() override { --*alive_; }
+// Lists are written as strings: letter c stands for g_objects[c - 'a'], '-'
+// for a null entry and "." for the empty list.
+LObject g_objects[26];
 
- private:
-  int* alive_;
-};
+LObject* Obj(char name) { return name == '-' ? nullptr : &g_objects[name - 'a']; }
 
-std::vector<LObject*> Entries(LObjList& list) {
-  std::vector<LObject*> out;
-  for (int i = 0; i < list.GetCount(); ++i) out.push_back(list.GetAt(i));
+void Fill(LObjList& list, const std::string& names) {
+  for (char name : names) {
+    if (name != '.') list.AddTail(Obj(name));
+  }
+}
+
+std::string Names(LObjList& list) {
+  std::string out = list.GetCount() == 0 ? "." : "";
+  for (int i = 0; i < list.GetCount(); ++i) {
+    LObject* entry = list.GetAt(i);
+    out += entry ? static_cast<char>('a' + (entry - g_objects)) : '-';
+  }
   return out;
 }
 
-struct Abc {
-  LObject a, b, c, x;
+// A caller's own class, held and destroyed through LObject*.
+struct Counted : LObject {
+  Counted() { ++alive; }
+  ~Counted() override { --alive; }
+  static inline int alive = 0;
 };
 
 }  // namespace
 
-TEST(LObjList, DeleteRemovesByPositionAndReturnsTailOnMiss) {
-  Abc o;
-  LObjList list;
-  EXPECT_EQ(list.Delete(0), nullptr);  // empty list
-
-  list.AddTail(&o.a);
-  list.AddTail(&o.b);
-  list.AddTail(&o.c);
-  EXPECT_EQ(list.Delete(5), &o.c);
-  EXPECT_EQ(list.Delete(-1), &o.c);
-  EXPECT_EQ(Entries(list), (std::vector<LObject*>{&o.a, &o.b, &o.c}));
-
-  EXPECT_EQ(list.Delete(2), &o.c);  // the last position
-  EXPECT_EQ(Entries(list), (std::vector<LObject*>{&o.a, &o.b}));
-  EXPECT_EQ(list.Delete(1), &o.b);
-  EXPECT_EQ(Entries(list), (std::vector<LObject*>{&o.a}));
-
-  // A null entry at the position is a miss: nothing moves, the tail comes back.
-  LObjList gap;
-  gap.AddTail(&o.a);
-  gap.AddTail(nullptr);
-  gap.AddTail(&o.c);
-  EXPECT_EQ(gap.Delete(1), &o.c);
-  EXPECT_EQ(gap.GetCount(), 3);
-  // A miss with a null tail yields null.
-  LObjList null_tail;
-  null_tail.AddTail(&o.a);
-  null_tail.AddTail(nullptr);
-  EXPECT_EQ(null_tail.Delete(7), nullptr);
-}
-
-TEST(LObjList, InsertPlaceRule) {
-  Abc o;
-  auto make = [&o]() {
-    auto* list = new LObjList;
-    list->AddTail(&o.a);
-    list->AddTail(&o.b);
-    return list;
-  };
-  const std::vector<LObject*> appended{&o.a, &o.b, &o.x};
-  for (int i : {2, 9, -1}) {
-    LObjList* list = make();
-    EXPECT_EQ(list->Insert(i, &o.x), 0);
-    EXPECT_EQ(Entries(*list), appended) << "position " << i;
-    delete list;
+TEST(LObjList, CallsByPositionAndAtTheTail) {
+  // "list call position result list-after". Delete returns the tail on a miss
+  // (out of range, or a null entry at i) and changes nothing. Insert puts x at
+  // the head for 0 or an empty list, at 1 .. count - 1 as asked, else at the
+  // end, and answers 0. SetAt ignores a position outside the list. Reads
+  // outside the list, and the tail calls on an empty list, give null.
+  for (const char* row :
+       {"abc D 0 a bc",  "abc D 1 b ac",  "abc D 2 c ab",  "abc D 5 c abc",  "abc D -1 c abc",
+        "a-c D 1 c a-c", "a- D 7 - a-",   ". D 0 - .",     "ab I 0 - xab",   "ab I 1 - axb",
+        "ab I 2 - abx",  "ab I 9 - abx",  "ab I -1 - abx", ". I 7 - x",      ". I -3 - x",
+        ". I 0 - x",     "ab S 0 - xb",   "ab S 1 - ax",   "ab S 2 - ab",    "ab S -1 - ab",
+        ". S 0 - .",     "-aa G 1 a -aa", "-aa G 3 - -aa", "-aa G -1 - -aa", ". G 0 - .",
+        "ab T 0 b ab",   "a- T 0 - a-",   ". T 0 - .",     "a-a R 0 a a-",   "a- R 0 - a",
+        ". R 0 - ."}) {
+    std::istringstream in(row);
+    std::string before, after;
+    char call = 0, result = 0;
+    int i = 0;
+    in >> before >> call >> i >> result >> after;
+    LObjList list;
+    Fill(list, before);
+    LObject* got = nullptr;
+    if (call == 'D') got = list.Delete(i);
+    if (call == 'I' && list.Insert(i, Obj('x')) != 0) got = Obj('z');
+    if (call == 'S') list.SetAt(i, Obj('x'));
+    if (call == 'G') got = list.GetAt(i);
+    if (call == 'T') got = list.GetTail();
+    if (call == 'R') got = list.RemoveTail();
+    EXPECT_EQ(got, Obj(result)) << row;
+    EXPECT_EQ(Names(list), after) << row;
+    EXPECT_EQ(list.IsEmpty(), after == ".") << row;
   }
-  LObjList* head = make();
-  EXPECT_EQ(head->Insert(0, &o.x), 0);
-  EXPECT_EQ(Entries(*head), (std::vector<LObject*>{&o.x, &o.a, &o.b}));
-  delete head;
-  LObjList* middle = make();
-  EXPECT_EQ(middle->Insert(1, &o.x), 0);
-  EXPECT_EQ(Entries(*middle), (std::vector<LObject*>{&o.a, &o.x, &o.b}));
-  delete middle;
-
-  LObjList empty;
-  EXPECT_EQ(empty.Insert(7, &o.x), 0);
-  EXPECT_EQ(Entries(empty), (std::vector<LObject*>{&o.x}));
-  LObjList empty_negative;
-  EXPECT_EQ(empty_negative.Insert(-3, &o.x), 0);
-  EXPECT_EQ(Entries(empty_negative), (std::vector<LObject*>{&o.x}));
-}
-
-TEST(LObjList, SetAtIgnoresBadPositions) {
-  Abc o;
   LObjList list;
-  list.SetAt(0, &o.x);
-  EXPECT_TRUE(list.IsEmpty());
-  list.AddTail(&o.a);
-  list.AddTail(&o.b);
-  list.SetAt(2, &o.x);
-  list.SetAt(-1, &o.x);
-  EXPECT_EQ(Entries(list), (std::vector<LObject*>{&o.a, &o.b}));
-  list.SetAt(1, &o.x);
-  EXPECT_EQ(Entries(list), (std::vector<LObject*>{&o.a, &o.x}));
-}
-
-TEST(LObjList, NullEntriesAndOutOfRangeReads) {
-  Abc o;
-  LObjList list;
-  // Out-of-range reads answer null rather than read outside the array.
-  EXPECT_EQ(list.GetTail(), nullptr);
-  EXPECT_EQ(list.RemoveTail(), nullptr);
-  EXPECT_EQ(list.GetAt(0), nullptr);
-  EXPECT_EQ(list.GetCount(), 0);
-
-  list.AddTail(nullptr);
-  EXPECT_EQ(list.GetCount(), 1);
-  EXPECT_FALSE(list.IsEmpty());
-  EXPECT_EQ(list.GetTail(), nullptr);
-  list.AddTail(&o.a);
-  list.AddTail(&o.a);  // the same pointer twice is fine
-  EXPECT_EQ(list.GetAt(2), &o.a);
-  EXPECT_EQ(list.GetAt(3), nullptr);
-  EXPECT_EQ(list.GetAt(-1), nullptr);
+  Fill(list, "a-");
   const LObjList& view = list;
-  EXPECT_EQ(view.GetCount(), 3);
-  EXPECT_EQ(view.GetAt(1), &o.a);
-  EXPECT_EQ(list.RemoveTail(), &o.a);
-  EXPECT_EQ(list.GetCount(), 2);
+  EXPECT_TRUE(view.GetCount() == 2 && view.GetAt(0) == Obj('a') && view.GetAt(2) == nullptr);
 }
 
 TEST(LObjList, OwnsNoObject) {
-  int alive = 0;
-  LObject* kept = new Counted(&alive);
-  {
-    LObjList list;
-    list.AddTail(kept);
-    list.AddTail(kept);
-    list.SetAt(0, nullptr);
-    list.Delete(1);
-  }
-  EXPECT_EQ(alive, 1);  // neither SetAt, Delete nor the destructor destroyed it
-  delete kept;          // destroyed through LObject*
-  EXPECT_EQ(alive, 0);
-
-  // A list destroyed through LObject* frees its array (checked by the sanitizers).
-  LObject* as_object = new LObjList;
-  static_cast<LObjList*>(as_object)->AddTail(nullptr);
-  delete as_object;
+  LObject* kept = new Counted;
+  auto* list = new LObjList;
+  for (int i = 0; i < 5; ++i) list->AddTail(kept);
+  list->SetAt(0, nullptr);
+  list->Delete(1);
+  list->RemoveTail();
+  delete static_cast<LObject*>(list);  // frees its array through LObject*
+  EXPECT_EQ(Counted::alive, 1);        // no operation, nor the destructor, destroyed it
+  delete kept;
+  EXPECT_EQ(Counted::alive, 0);
 }

@@ -2,37 +2,36 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <cstdlib>
+#include <cstring>
+#include <string>
 
 namespace {
 
-std::vector<LObject*> Payloads(LTree& node) {
-  std::vector<LObject*> out;
-  for (int i = 0; i < node.GetChildNumber(); ++i) out.push_back(node.GetChild(i));
+// Payloads are named by letter: 'a' is g_payloads[0] and so on.
+LObject g_payloads[26];
+
+LObject* Obj(char name) { return &g_payloads[name - 'a']; }
+
+std::string Payloads(LTree& node) {
+  std::string out;
+  for (int i = 0; i < node.GetChildNumber(); ++i)
+    out += static_cast<char>('a' + (node.GetChild(i) - g_payloads));
   return out;
 }
 
 }  // namespace
 
 TEST(LTree, InsertChildFollowsTheListPlaceRule) {
-  LObject a, b, x;
-  for (int i : {-1, 9, 0, 1}) {
+  // Position given to InsertChild, then the payloads of the children.
+  for (const char* row : {"0 xab", "1 axb", "2 abx", "9 abx", "-1 abx"}) {
+    const std::string order = std::strchr(row, ' ') + 1;
     LTree root;
-    LTree* na = root.InsertLast(&a);
-    LTree* nb = root.InsertLast(&b);
-    LTree* nx = root.InsertChild(i, &x);
-    EXPECT_EQ(nx->GetParent(), &root);
-    EXPECT_EQ(nx->GetTreeNode(), &x);
-    if (i == 0) {
-      EXPECT_EQ(Payloads(root), (std::vector<LObject*>{&x, &a, &b}));
-    } else if (i == 1) {
-      EXPECT_EQ(Payloads(root), (std::vector<LObject*>{&a, &x, &b}));
-    } else {
-      EXPECT_EQ(Payloads(root), (std::vector<LObject*>{&a, &b, &x}));
-    }
-    EXPECT_EQ(root.GetLastChild(), Payloads(root).back());
-    // The caller owns the nodes.
-    for (LTree* node : {na, nb, nx}) {
+    LTree* nodes[] = {root.InsertLast(Obj('a')), root.InsertLast(Obj('b')),
+                      root.InsertChild(std::atoi(row), Obj('x'))};
+    EXPECT_TRUE(nodes[2]->GetParent() == &root && nodes[2]->GetTreeNode() == Obj('x'));
+    EXPECT_TRUE(Payloads(root) == order && root.GetLastChild() == Obj(order.back())) << row;
+    for (LTree* node : nodes) {  // the caller owns the nodes
       node->Delete();
       delete node;
     }
@@ -41,43 +40,28 @@ TEST(LTree, InsertChildFollowsTheListPlaceRule) {
 }
 
 TEST(LTree, DeleteDetachesLeavesOnly) {
-  LObject a, b, c;
   LTree root;
-  LTree* na = root.InsertLast(&a);
-  LTree* nb = root.InsertLast(&b);
-  LTree* nc = root.InsertLast(&c);
-  LTree* grandchild = na->InsertLast(nullptr);
-  EXPECT_EQ(root.GetParent(), nullptr);
-
-  // A node with children stays put and answers null.
-  EXPECT_EQ(na->Delete(), nullptr);
-  EXPECT_EQ(root.GetChildNumber(), 3);
-  // A leaf with a null payload also answers null, but is detached.
-  EXPECT_EQ(grandchild->Delete(), nullptr);
+  LTree *na = root.InsertLast(Obj('a')), *nb = root.InsertLast(Obj('b'));
+  LTree* leaf = na->InsertLast(nullptr);
+  EXPECT_TRUE(na->Delete() == nullptr && Payloads(root) == "ab");  // children: it stays put
+  EXPECT_EQ(leaf->Delete(), nullptr);  // a leaf with a null payload is detached
   EXPECT_EQ(na->GetChildNumber(), 0);
-
-  EXPECT_EQ(na->Delete(), &a);
-  EXPECT_EQ(nb->Delete(), &b);
-  EXPECT_EQ(Payloads(root), (std::vector<LObject*>{&c}));
+  EXPECT_EQ(na->Delete(), Obj('a'));
+  EXPECT_EQ(Payloads(root), "b");
   // The parent link stays, and a second Delete takes nothing more out.
-  EXPECT_EQ(na->GetParent(), &root);
-  EXPECT_EQ(na->Delete(), &a);
-  EXPECT_EQ(root.GetChildNumber(), 1);
+  EXPECT_TRUE(na->GetParent() == &root && na->Delete() == Obj('a') && Payloads(root) == "b");
   // A root has no list to leave: it answers its payload and changes nothing.
-  root.SetTreeNode(&b);
+  root.SetTreeNode(Obj('r'));
   EXPECT_EQ(root.Delete(), nullptr);  // it still has a child
-  nc->Delete();
-  EXPECT_EQ(root.Delete(), &b);
-  EXPECT_EQ(root.GetChild(0), nullptr);  // out of range: null, no fault
-  EXPECT_EQ(root.GetLastChild(), nullptr);
-  for (LTree* node : {grandchild, na, nb, nc}) delete node;
-}
+  EXPECT_EQ(nb->Delete(), Obj('b'));
+  EXPECT_TRUE(root.Delete() == Obj('r') && root.GetParent() == nullptr);
+  EXPECT_TRUE(root.GetChild(0) == nullptr && root.GetLastChild() == nullptr);
+  for (LTree* node : {leaf, na, nb}) delete node;
 
-TEST(LTree, DestroyingAParentLeavesChildrenAlive) {
-  LObject payload;
+  // Destroying a parent leaves its children alive (the sanitizers watch).
   LTree* parent = new LTree;
-  LTree* child = parent->InsertChild(5, &payload);
+  LTree* child = parent->InsertChild(5, Obj('p'));
   delete parent;
-  EXPECT_EQ(child->GetTreeNode(), &payload);
-  delete child;  // the sanitizers check that nothing leaked or was freed twice
+  EXPECT_EQ(child->GetTreeNode(), Obj('p'));
+  delete child;
 }
