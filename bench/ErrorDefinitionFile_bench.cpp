@@ -13,8 +13,7 @@ namespace {
 class BenchDir {
  public:
   BenchDir() {
-    std::string pattern =
-        (std::filesystem::temp_directory_path() / "vq0300-bench-XXXXXX").string();
+    std::string pattern = (std::filesystem::temp_directory_path() / "vq0300-bench-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr) std::abort();
     path_ = pattern;
   }
@@ -39,7 +38,8 @@ const std::string& DefinitionsFile() {
     std::ofstream out(Dir().path() + "/definitions.txt", std::ios::binary);
     out << "Generated definitions\n<ErrorMessageDefinition>\n";
     for (int i = 0; i < 100000; ++i) {
-      if (i % 1000 == 0) out << "<!-- block " << i / 1000 << " -->\nOffset<S/>" << i / 1000 << "<E/>\n";
+      if (i % 1000 == 0)
+        out << "<!-- block " << i / 1000 << " -->\nOffset<S/>" << i / 1000 << "<E/>\n";
       out << i % 1000 << "<S/>The operation number " << i << " failed here<S/>"
           << (i % 2 != 0 ? "STOP" : "CONTINUE") << "<E/>\n";
     }
@@ -54,7 +54,8 @@ const std::string& UnterminatedFile() {
   static const std::string name = [] {
     std::ofstream out(Dir().path() + "/unterminated.txt", std::ios::binary);
     out << "<ErrorMessageDefinition>\n";
-    for (int i = 0; i < 100000; ++i) out << "a line of a statement that has no end mark " << i << "\n";
+    for (int i = 0; i < 100000; ++i)
+      out << "a line of a statement that has no end mark " << i << "\n";
     return std::string("unterminated.txt");
   }();
   return name;

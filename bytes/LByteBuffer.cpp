@@ -90,8 +90,8 @@ void LByteBuffer::CopyBlock(LByteBuffer* source) {
   LByteBuffer* current = GetLastBlock(this);
   bool fresh = false;
   while (left > 0) {
-    std::size_t taken = FillBlock(current->m_pDataBlock, current->m_nBlockSize,
-                                  current->m_nDataSize, bytes, left);
+    std::size_t taken =
+        FillBlock(current->m_pDataBlock, current->m_nBlockSize, current->m_nDataSize, bytes, left);
     // A block without storage, or a new block that takes nothing, ends the
     // copy instead of growing the chain without end.
     if (taken == 0 && (fresh || current->m_pDataBlock == nullptr)) break;
@@ -156,8 +156,8 @@ LByteBuffer* LByteBuffer::WriteData(char* text) {
   LByteBuffer* last_taker = this;
   bool fresh = false;
   while (left > 0) {
-    std::size_t taken = FillBlock(current->m_pDataBlock, current->m_nBlockSize,
-                                  current->m_nDataSize, bytes, left);
+    std::size_t taken =
+        FillBlock(current->m_pDataBlock, current->m_nBlockSize, current->m_nDataSize, bytes, left);
     // As in CopyBlock: no storage, or a new block that takes nothing, stops.
     if (taken == 0 && (fresh || current->m_pDataBlock == nullptr)) break;
     if (taken > 0) last_taker = current;

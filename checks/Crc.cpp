@@ -66,8 +66,7 @@ constexpr std::array<uint16_t, 256> kCcittTable = CcittByteTable();
 
 }  // namespace
 
-#define VQ0300_E4(n) \
-  Crc32Entry((n)), Crc32Entry((n) + 1), Crc32Entry((n) + 2), Crc32Entry((n) + 3)
+#define VQ0300_E4(n) Crc32Entry((n)), Crc32Entry((n) + 1), Crc32Entry((n) + 2), Crc32Entry((n) + 3)
 #define VQ0300_E16(n) VQ0300_E4((n)), VQ0300_E4((n) + 4), VQ0300_E4((n) + 8), VQ0300_E4((n) + 12)
 #define VQ0300_E64(n) \
   VQ0300_E16((n)), VQ0300_E16((n) + 16), VQ0300_E16((n) + 32), VQ0300_E16((n) + 48)

@@ -26,9 +26,7 @@ LObject* LObjList::GetAt(int i) const {
   return m_vecObjects[static_cast<std::size_t>(i)];
 }
 
-LObject* LObjList::GetAt(int i) {
-  return static_cast<const LObjList*>(this)->GetAt(i);
-}
+LObject* LObjList::GetAt(int i) { return static_cast<const LObjList*>(this)->GetAt(i); }
 
 void LObjList::SetAt(int i, LObject* object) {
   if (i < 0 || i >= GetCount()) return;

@@ -53,10 +53,10 @@ class VQ0300_API LTree : public LObject {
   LTree* GetParent();
 
  private:
-  LTree* m_pParent;       // null in a root
-  LObject* m_pTreeNode;   // the payload, null until set
-  LObjList m_Children;    // child nodes in order, each an LTree*
-  int m_nIndex;           // position asked for at insertion; never renumbered
+  LTree* m_pParent;      // null in a root
+  LObject* m_pTreeNode;  // the payload, null until set
+  LObjList m_Children;   // child nodes in order, each an LTree*
+  int m_nIndex;          // position asked for at insertion; never renumbered
 };
 
 #endif  // VQ0300_LTREE_H

@@ -50,17 +50,14 @@ class VQ0300_API ErrorHandler : public LObject {
   // below -1 nothing (result 0).
   // Returns 0 when the pass ended normally (also with nothing found);
   // -1 when no name is given or stored, the header is missing or the file
-  // ends inside a comment (definitions read up to there stay); -2 when the file does not open (before the change
-  // of directory the lists are left untouched); -3 when the default
-  // directory cannot be entered.
-  // The stored name already begins with the directory, so it is found both
-  // from the caller's directory and from inside the default directory only
-  // when the directory is absolute; a relative one is entered once here and
-  // once more by the reading pass.
-  // Every return leaves the working directory as it was at entry; while the
-  // load runs, the whole process works in the default directory.
-  // A working directory whose saving fails (getcwd) is not left: the result is -3.
-  // If the saved directory cannot be entered again, the result stands as it is.
+  // ends inside a comment (definitions read up to there stay); -2 when the file does not open
+  // (before the change of directory the lists are left untouched); -3 when the default directory
+  // cannot be entered. The stored name already begins with the directory, so it is found both from
+  // the caller's directory and from inside the default directory only when the directory is
+  // absolute; a relative one is entered once here and once more by the reading pass. Every return
+  // leaves the working directory as it was at entry; while the load runs, the whole process works
+  // in the default directory. A working directory whose saving fails (getcwd) is not left: the
+  // result is -3. If the saved directory cannot be entered again, the result stands as it is.
   int Initialize(char* name, int selector);
 
   // The reading pass of Initialize, alone: changes into the default

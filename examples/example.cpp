@@ -54,8 +54,9 @@ int main(int argc, char** argv) {
     handler.SetErrorOccured(element != nullptr ? element->GetErrorMessage() : nullptr);
 
     // 4. The report goes to the console and the channel's log, piece by piece.
-    const int reported = out.Output("error %d.%d: %s (%s)\n", offset, number, text,
-                                    element != nullptr && element->m_wContinue ? "continue" : "stop");
+    const int reported =
+        out.Output("error %d.%d: %s (%s)\n", offset, number, text,
+                   element != nullptr && element->m_wContinue ? "continue" : "stop");
     if (reported != 0) std::fprintf(stderr, "the report failed: %d\n", reported);
     log.WriteMessage2("verify failed\n");
   }

@@ -167,7 +167,8 @@ int LFile::Write(int count, unsigned char const* data) {
 }
 
 // The string comes by value because the interface says so.
-int LFile::Write(int count, LCString text) {  // NOLINT(performance-unnecessary-value-param)
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+int LFile::Write(int count, LCString text) {
   m_nErrorCode = 0;
   if (ValidWrite() != 0) return m_nErrorCode;
   const int inBuffer = text.GetLength() + 1;

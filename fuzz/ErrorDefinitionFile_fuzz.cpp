@@ -32,8 +32,8 @@ namespace {
   std::fprintf(stderr, "ErrorDefinitionFile_fuzz: check failed at line %d: %s\n", line, what);
   std::abort();
 }
-#define CHECK(cond) \
-  do {              \
+#define CHECK(cond)                     \
+  do {                                  \
     if (!(cond)) Fail(__LINE__, #cond); \
   } while (0)
 

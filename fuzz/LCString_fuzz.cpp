@@ -23,8 +23,8 @@ const char* g_op = "";  // the current step, printed when a check fails
   std::fprintf(stderr, "LCString_fuzz: check failed at line %d in %s: %s\n", line, g_op, what);
   std::abort();
 }
-#define CHECK(cond) \
-  do {              \
+#define CHECK(cond)                     \
+  do {                                  \
     if (!(cond)) Fail(__LINE__, #cond); \
   } while (0)
 
@@ -54,7 +54,9 @@ bool IsWhite(char c) {
 }
 
 int Pos(size_t p) { return p == std::string::npos ? -1 : static_cast<int>(p); }
-int PosFrom(size_t base, size_t p) { return p == std::string::npos ? -1 : static_cast<int>(base + p); }
+int PosFrom(size_t base, size_t p) {
+  return p == std::string::npos ? -1 : static_cast<int>(base + p);
+}
 
 std::string Upper(std::string s) {
   for (char& c : s) c = (c >= 'a' && c <= 'z') ? static_cast<char>(c - 0x20) : c;
@@ -89,14 +91,22 @@ std::string Text(FuzzedDataProvider& in) { return Bytes(in).c_str(); }
 
 int IntArg(FuzzedDataProvider& in, int len) {
   switch (in.ConsumeIntegralInRange(0, 9)) {
-    case 0: return INT_MIN;
-    case 1: return INT_MAX;
-    case 2: return -1;
-    case 3: return 0;
-    case 4: return len - 1;
-    case 5: return len;
-    case 6: return len + 1;
-    default: return in.ConsumeIntegralInRange(-4, len + 4);
+    case 0:
+      return INT_MIN;
+    case 1:
+      return INT_MAX;
+    case 2:
+      return -1;
+    case 3:
+      return 0;
+    case 4:
+      return len - 1;
+    case 5:
+      return len;
+    case 6:
+      return len + 1;
+    default:
+      return in.ConsumeIntegralInRange(-4, len + 4);
   }
 }
 
@@ -132,7 +142,9 @@ void Verify(const Slot& slot) {
 void Construct(Slot& a, const Slot& b, FuzzedDataProvider& in) {
   g_op = "construct";
   switch (in.ConsumeIntegralInRange(0, 6)) {
-    case 0: a.Set(new LCString(), {}); break;
+    case 0:
+      a.Set(new LCString(), {});
+      break;
     case 1: {
       const int n = in.ConsumeIntegralInRange(-3, 40);
       a.Set(new LCString(n), {std::string(std::max(n, 0), '\0'), 0});
@@ -143,7 +155,9 @@ void Construct(Slot& a, const Slot& b, FuzzedDataProvider& in) {
       a.Set(new LCString(static_cast<char const*>(Heap(t).get())), FullModel(t));
       break;
     }
-    case 3: a.Set(new LCString(static_cast<char const*>(nullptr)), {}); break;
+    case 3:
+      a.Set(new LCString(static_cast<char const*>(nullptr)), {});
+      break;
     case 4: {
       const std::string t = Bytes(in);  // NUL bytes included
       a.Set(new LCString(t), FullModel(t));
@@ -154,7 +168,9 @@ void Construct(Slot& a, const Slot& b, FuzzedDataProvider& in) {
       a.Set(new LCString(c), {std::string(1, c), 0});
       break;
     }
-    default: a.Set(new LCString(*b.s), FullModel(b.m.bytes)); break;
+    default:
+      a.Set(new LCString(*b.s), FullModel(b.m.bytes));
+      break;
   }
 }
 
@@ -247,8 +263,16 @@ void Access(Slot& a, FuzzedDataProvider& in) {
 
 void Mapping(Slot& a, FuzzedDataProvider& in) {
   switch (in.ConsumeIntegralInRange(0, 2)) {
-    case 0: g_op = "MakeUpper"; a.s->MakeUpper(); a.m.bytes = Upper(a.m.bytes); break;
-    case 1: g_op = "MakeLower"; a.s->MakeLower(); a.m.bytes = Lower(a.m.bytes); break;
+    case 0:
+      g_op = "MakeUpper";
+      a.s->MakeUpper();
+      a.m.bytes = Upper(a.m.bytes);
+      break;
+    case 1:
+      g_op = "MakeLower";
+      a.s->MakeLower();
+      a.m.bytes = Lower(a.m.bytes);
+      break;
     default:
       g_op = "MakeReverse";
       a.s->MakeReverse();
@@ -335,8 +359,14 @@ void Slices(const Slot& a, Slot& c, FuzzedDataProvider& in) {
   const int len = a.m.Length();
   const int x = IntArg(in, len);
   switch (in.ConsumeIntegralInRange(0, 2)) {
-    case 0: g_op = "Left"; c.Set(new LCString(a.s->Left(x)), Slice(a.m, x, true)); break;
-    case 1: g_op = "Right"; c.Set(new LCString(a.s->Right(x)), Slice(a.m, x, false)); break;
+    case 0:
+      g_op = "Left";
+      c.Set(new LCString(a.s->Left(x)), Slice(a.m, x, true));
+      break;
+    case 1:
+      g_op = "Right";
+      c.Set(new LCString(a.s->Right(x)), Slice(a.m, x, false));
+      break;
     default: {
       g_op = "Mid";
       const int y = IntArg(in, len);
@@ -379,8 +409,8 @@ void CopyOut(const Slot& a, FuzzedDataProvider& in) {
   const std::string view = a.m.Terminated();
   std::string want(1, '\0');
   if (len > 0) {
-    const int n = count < 1 ? static_cast<int>(view.size())
-                            : (limit >= 1 && limit < count ? limit : count);
+    const int n =
+        count < 1 ? static_cast<int>(view.size()) : (limit >= 1 && limit < count ? limit : count);
     want = view.substr(0, n);
     want.resize(n + 1, '\0');
   }
@@ -399,15 +429,35 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Slot& b = slots[in.ConsumeIntegralInRange(0, 2)];
     Slot& c = slots[in.ConsumeIntegralInRange(0, 2)];
     switch (in.ConsumeIntegralInRange(0, 10)) {
-      case 0: Construct(a, b, in); break;
-      case 1: case 2: Store(a, b, c, in); break;
-      case 3: AddString(a, in); break;
-      case 4: Access(a, in); break;
-      case 5: Mapping(a, in); break;
-      case 6: case 7: Search(a, b, in); break;
-      case 8: Trim(a, in); break;
-      case 9: Slices(a, c, in); break;
-      default: in.ConsumeBool() ? Compare(a, b, in) : CopyOut(a, in); break;
+      case 0:
+        Construct(a, b, in);
+        break;
+      case 1:
+      case 2:
+        Store(a, b, c, in);
+        break;
+      case 3:
+        AddString(a, in);
+        break;
+      case 4:
+        Access(a, in);
+        break;
+      case 5:
+        Mapping(a, in);
+        break;
+      case 6:
+      case 7:
+        Search(a, b, in);
+        break;
+      case 8:
+        Trim(a, in);
+        break;
+      case 9:
+        Slices(a, c, in);
+        break;
+      default:
+        in.ConsumeBool() ? Compare(a, b, in) : CopyOut(a, in);
+        break;
     }
     for (const Slot& slot : slots) Verify(slot);
   }

@@ -34,13 +34,14 @@ std::string Escaped(const std::string& s) {
 }
 
 [[noreturn]] void Fail(int line, const char* what) {
-  std::fprintf(stderr, "LString_fuzz: check failed at line %d: %s\n  in %s(\"%s\", \"%s\", %ld, %ld)\n",
+  std::fprintf(stderr,
+               "LString_fuzz: check failed at line %d: %s\n  in %s(\"%s\", \"%s\", %ld, %ld)\n",
                line, what, g_step.op, Escaped(g_step.s).c_str(), Escaped(g_step.t).c_str(),
                g_step.x, g_step.y);
   std::abort();
 }
-#define CHECK(cond) \
-  do {              \
+#define CHECK(cond)                     \
+  do {                                  \
     if (!(cond)) Fail(__LINE__, #cond); \
   } while (0)
 
@@ -97,16 +98,26 @@ std::string Text(FuzzedDataProvider& in) { return in.ConsumeRandomLengthString(4
 // An int argument, often at an edge: the extremes, around 0 and around len.
 int IntArg(FuzzedDataProvider& in, int len) {
   switch (in.ConsumeIntegralInRange(0, 9)) {
-    case 0: return INT_MIN;
-    case 1: return INT_MIN + 1;
-    case 2: return INT_MAX;
-    case 3: return INT_MAX - 1;
-    case 4: return -1;
-    case 5: return 0;
-    case 6: return len - 1;
-    case 7: return len;
-    case 8: return len + 1;
-    default: return in.ConsumeIntegralInRange(-8, len + 8);
+    case 0:
+      return INT_MIN;
+    case 1:
+      return INT_MIN + 1;
+    case 2:
+      return INT_MAX;
+    case 3:
+      return INT_MAX - 1;
+    case 4:
+      return -1;
+    case 5:
+      return 0;
+    case 6:
+      return len - 1;
+    case 7:
+      return len;
+    case 8:
+      return len + 1;
+    default:
+      return in.ConsumeIntegralInRange(-8, len + 8);
   }
 }
 
@@ -125,10 +136,22 @@ void Search(LString& ls, FuzzedDataProvider& in) {
   g_step = {"search", s, t, c, 0};
   auto hs = Heap(s), ht = Heap(t);
   switch (in.ConsumeIntegralInRange(0, 5)) {
-    case 0: g_step.op = "Find"; CHECK(ls.Find(hs.get(), ht.get()) == Find(s, t)); break;
-    case 1: g_step.op = "Find(char)"; CHECK(ls.Find(hs.get(), c) == Find(s, CharText(c))); break;
-    case 2: g_step.op = "FindOneOf"; CHECK(ls.FindOneOf(hs.get(), ht.get()) == FindOneOf(s, t)); break;
-    case 3: g_step.op = "ReverseFind"; CHECK(ls.ReverseFind(hs.get(), ht.get()) == ReverseFind(s, t)); break;
+    case 0:
+      g_step.op = "Find";
+      CHECK(ls.Find(hs.get(), ht.get()) == Find(s, t));
+      break;
+    case 1:
+      g_step.op = "Find(char)";
+      CHECK(ls.Find(hs.get(), c) == Find(s, CharText(c)));
+      break;
+    case 2:
+      g_step.op = "FindOneOf";
+      CHECK(ls.FindOneOf(hs.get(), ht.get()) == FindOneOf(s, t));
+      break;
+    case 3:
+      g_step.op = "ReverseFind";
+      CHECK(ls.ReverseFind(hs.get(), ht.get()) == ReverseFind(s, t));
+      break;
     case 4:
       g_step.op = "ReverseFind(char)";
       CHECK(ls.ReverseFind(hs.get(), c) == ReverseFind(s, CharText(c)));
@@ -211,10 +234,24 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   LString ls;
   for (int steps = 0; steps < 64 && in.remaining_bytes() > 0; ++steps) {
     switch (in.ConsumeIntegralInRange(0, 9)) {
-      case 0: case 1: case 2: case 3: Search(ls, in); break;
-      case 4: case 5: case 6: Slice(ls, in); break;
-      case 7: case 8: Trim(ls, in); break;
-      default: Nulls(ls, in); break;
+      case 0:
+      case 1:
+      case 2:
+      case 3:
+        Search(ls, in);
+        break;
+      case 4:
+      case 5:
+      case 6:
+        Slice(ls, in);
+        break;
+      case 7:
+      case 8:
+        Trim(ls, in);
+        break;
+      default:
+        Nulls(ls, in);
+        break;
     }
   }
   return 0;

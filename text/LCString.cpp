@@ -226,7 +226,8 @@ void LCString::MakeReverse() { std::reverse(m_pszData, m_pszData + m_nLength); }
 char* LTEXT(LCString const& s) { return s.c_str(); }
 
 // The string comes by value because the interface says so.
-void util_strncpy(char* dst, LCString src, int count, int limit) {  // NOLINT(performance-unnecessary-value-param)
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+void util_strncpy(char* dst, LCString src, int count, int limit) {
   if (dst == nullptr) return;
   if (src.IsEmpty()) {
     dst[0] = '\0';  // no NUL padding, whatever count says

@@ -7,6 +7,7 @@ int main() {
   LObject a;
   LObjList list;
   list.AddTail(&a);
-  std::printf("consumer: %d entry, tail %s\n", list.GetCount(), list.GetTail() == &a ? "ok" : "wrong");
+  std::printf("consumer: %d entry, tail %s\n", list.GetCount(),
+              list.GetTail() == &a ? "ok" : "wrong");
   return list.GetCount() == 1 && list.GetTail() == &a ? 0 : 1;
 }

@@ -22,17 +22,17 @@ int main() {
   }
   const unsigned int cksum = ~return_crc32();  // 930766865
 
-  LRNG rng(5489);                               // std::mt19937's sequence
-  const unsigned int first = rng.GetRandom();   // 3499211612
+  LRNG rng(5489);                              // std::mt19937's sequence
+  const unsigned int first = rng.GetRandom();  // 3499211612
 
   const unsigned char bytes[] = {static_cast<unsigned char>(crc16 >> 8),
                                  static_cast<unsigned char>(crc16 & 0xFF)};
   unsigned char hex[5];
-  util_Bin2HexAnsi(bytes, hex, 2);              // "BB3D"
+  util_Bin2HexAnsi(bytes, hex, 2);  // "BB3D"
   char text[] = "0x1F";
   const unsigned int value = util_HexStr2Hex16(text);  // 31; text is now "1F"
 
-  std::printf("crc16 %s  cksum %u  random %u  hex %u\n", reinterpret_cast<char*>(hex), cksum,
-              first, value);
+  std::printf("crc16 %s  cksum %u  random %u  hex %u\n", reinterpret_cast<char*>(hex), cksum, first,
+              value);
   return 0;
 }

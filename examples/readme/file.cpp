@@ -11,7 +11,7 @@ int main() {
   {
     LFile out(path.c_str(), "w");
     out.WriteLine("%d items, %s\n", 3, "checked");  // WriteLine adds no line end
-    if (out.WriteLine("%u\n", 4) != 0) {             // "u" is no conversion letter
+    if (out.WriteLine("%u\n", 4) != 0) {            // "u" is no conversion letter
       std::printf("refused: %s\n", out.GetErrorMessage());
     }
   }  // the destructor closes the file

@@ -17,7 +17,7 @@ int main() {
   list.AddTail(&c);
   list.Insert(1, &b);  // a, b, c
   const int before = list.GetCount();
-  list.Delete(7);      // a miss returns the tail, not null: compare the count
+  list.Delete(7);  // a miss returns the tail, not null: compare the count
   std::printf("list: %d entries, miss removed %d\n", list.GetCount(), before - list.GetCount());
 
   LStack stack;

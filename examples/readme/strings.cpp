@@ -7,12 +7,12 @@ int main() {
   LString ls;
   char line[] = "  key = value\r\n";
   ls.TrimLeft(line);
-  ls.TrimRight(line);                           // "key = value"
-  const int eq = ls.Find(line, '=');            // 4
+  ls.TrimRight(line);                 // "key = value"
+  const int eq = ls.Find(line, '=');  // 4
   char key[sizeof line], value[sizeof line];
-  ls.Left(key, line, eq);                       // "key "
+  ls.Left(key, line, eq);  // "key "
   ls.TrimRight(key);
-  ls.Mid(value, line, eq + 1, 2147483647);      // " value": a huge count takes the rest
+  ls.Mid(value, line, eq + 1, 2147483647);  // " value": a huge count takes the rest
   ls.TrimLeft(value);
   std::printf("[%s] = [%s]\n", key, value);
 
@@ -26,7 +26,7 @@ int main() {
   LCString buffer(16);
   buffer.AddString(3, "abc");
   buffer.AddString(3, "def");
-  buffer.TrimRight();                           // the NUL tail counts as white space
+  buffer.TrimRight();  // the NUL tail counts as white space
   std::printf("%s %d\n", LTEXT(buffer), buffer.GetLength());
   return 0;
 }
