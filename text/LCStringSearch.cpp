@@ -34,6 +34,21 @@ int OffsetOf(char const* data, char const* hit) {
   return hit == nullptr ? -1 : static_cast<int>(hit - data);
 }
 
+// The first (or, from_end, the last) n of the length counted bytes at data.
+// n covering the whole length falls back on the terminated view.
+LCString EndPiece(const char* data, int length, int n, bool from_end) {
+  LCString result;
+  if (length < 1 || n < 1) return result;
+  if (n >= length) {
+    result = LCString(data);
+    return result;
+  }
+  result.Reallocate(n);
+  std::memcpy(&result[0], data + (from_end ? length - n : 0), static_cast<size_t>(n));
+  result[n] = '\0';
+  return result;
+}
+
 }  // namespace
 
 int LCString::Find(char const* text) {
@@ -132,31 +147,9 @@ void LCString::RemoveWhiteSpaces() {
   m_pszData[kept] = '\0';
 }
 
-LCString LCString::Left(int n) const {
-  LCString result;
-  if (m_nLength < 1 || n < 1) return result;
-  if (n >= m_nLength) {
-    result = LCString(static_cast<char const*>(m_pszData));  // the terminated view
-    return result;
-  }
-  result.Reallocate(n);
-  std::memcpy(result.m_pszData, m_pszData, static_cast<size_t>(n));
-  result[n] = '\0';
-  return result;
-}
+LCString LCString::Left(int n) const { return EndPiece(m_pszData, m_nLength, n, false); }
 
-LCString LCString::Right(int n) const {
-  LCString result;
-  if (m_nLength < 1 || n < 1) return result;
-  if (n >= m_nLength) {
-    result = LCString(static_cast<char const*>(m_pszData));  // the terminated view
-    return result;
-  }
-  result.Reallocate(n);
-  std::memcpy(result.m_pszData, m_pszData + (m_nLength - n), static_cast<size_t>(n));
-  result[n] = '\0';
-  return result;
-}
+LCString LCString::Right(int n) const { return EndPiece(m_pszData, m_nLength, n, true); }
 
 LCString LCString::Mid(int start, int count) const {
   LCString result;

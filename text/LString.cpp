@@ -16,6 +16,19 @@ void CopyPiece(char* dst, const char* src, size_t n) {
   dst[n] = '\0';
 }
 
+// The first (or, from_end, the last) n characters of src into dst, clamped
+// to the length of src; n below 1 gives an empty string.
+void CopyEnd(char* dst, const char* src, int n, bool from_end) {
+  if (dst == nullptr || src == nullptr) return;
+  const size_t length = std::strlen(src);
+  if (n < 1 || length == 0) {
+    dst[0] = '\0';
+    return;
+  }
+  const size_t take = static_cast<size_t>(n) < length ? static_cast<size_t>(n) : length;
+  CopyPiece(dst, src + (from_end ? length - take : 0), take);
+}
+
 }  // namespace
 
 LString::~LString() = default;
@@ -63,27 +76,9 @@ int LString::ReverseFindOneOf(char const* s, char const* set) {
   return last;
 }
 
-void LString::Left(char* dst, char const* src, int n) {
-  if (dst == nullptr || src == nullptr) return;
-  const size_t length = std::strlen(src);
-  if (n < 1 || length == 0) {
-    dst[0] = '\0';
-    return;
-  }
-  const size_t take = static_cast<size_t>(n) < length ? static_cast<size_t>(n) : length;
-  CopyPiece(dst, src, take);
-}
+void LString::Left(char* dst, char const* src, int n) { CopyEnd(dst, src, n, false); }
 
-void LString::Right(char* dst, char const* src, int n) {
-  if (dst == nullptr || src == nullptr) return;
-  const size_t length = std::strlen(src);
-  if (n < 1 || length == 0) {
-    dst[0] = '\0';
-    return;
-  }
-  const size_t take = static_cast<size_t>(n) < length ? static_cast<size_t>(n) : length;
-  CopyPiece(dst, src + (length - take), take);
-}
+void LString::Right(char* dst, char const* src, int n) { CopyEnd(dst, src, n, true); }
 
 void LString::Mid(char* dst, char const* src, int start, int count) {
   if (dst == nullptr || src == nullptr) return;
