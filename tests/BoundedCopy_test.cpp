@@ -5,64 +5,36 @@
 #include <cstring>
 #include <string>
 
-namespace {
+using namespace std::string_literals;
 
-// A buffer pre-filled with 'x' so that every byte written is visible.
-struct Buffer {
-  Buffer() { std::memset(bytes, 'x', sizeof bytes); }
-  char bytes[128];
-};
-
-}  // namespace
-
-TEST(BoundedCopy, CountAndLimit) {
+// Exactly n bytes as strncpy writes them (NUL padding for a short source),
+// then a NUL at dst[n]; nothing beyond.
+TEST(BoundedCopy, CountLimitAndPadding) {
   struct Case {
+    const char* src;
     int count, limit;
-    const char* expected;
+    std::string written;  // the first 8 bytes of a buffer filled with 'x'
   };
-  const char* src = "abcdef";
-  for (const Case& c : {Case{3, 0, "abc"}, Case{5, 2, "ab"}, Case{2, 5, "ab"}, Case{0, 2, "abcdef"},
-                        Case{-1, -1, "abcdef"}, Case{6, 0, "abcdef"}}) {
-    Buffer b;
-    util_strncpy(b.bytes, src, c.count, c.limit);
-    EXPECT_STREQ(b.bytes, c.expected) << c.count << "," << c.limit;
-    EXPECT_EQ(b.bytes[std::strlen(c.expected) + 1], 'x') << "wrote past the terminator";
+  for (const Case& c : {Case{"abcdef", 3, 0, "abc\0xxxx"s}, Case{"abcdef", 5, 2, "ab\0xxxxx"s},
+                        Case{"abcdef", 2, 5, "ab\0xxxxx"s}, Case{"abcdef", 0, 2, "abcdef\0x"s},
+                        Case{"abcdef", -1, -1, "abcdef\0x"s}, Case{"ab", 5, 0, "ab\0\0\0\0xx"s},
+                        Case{"", 5, 0, "\0\0\0\0\0\0xx"s}, Case{nullptr, 5, 3, "\0xxxxxxx"s}}) {
+    char buffer[16];
+    std::memset(buffer, 'x', sizeof buffer);
+    util_strncpy(buffer, c.src, c.count, c.limit);
+    EXPECT_EQ(std::string(buffer, 8), c.written) << (c.src ? c.src : "null") << " " << c.count;
   }
-  // The char* overload behaves alike.
-  Buffer b;
-  char mutable_src[] = "abcdef";
-  util_strncpy(b.bytes, mutable_src, 3, 0);
-  EXPECT_STREQ(b.bytes, "abc");
-}
-
-TEST(BoundedCopy, PadsShortSourcesWithNul) {
-  Buffer b;
-  util_strncpy(b.bytes, "ab", 5, 0);
-  EXPECT_EQ(std::string(b.bytes, 7), std::string("ab\0\0\0\0x", 7));
-
-  Buffer e;
-  util_strncpy(e.bytes, "", 5, 0);
-  EXPECT_EQ(std::string(e.bytes, 7), std::string("\0\0\0\0\0\0x", 7));
-}
-
-TEST(BoundedCopy, NullArguments) {
-  Buffer b;
-  util_strncpy(b.bytes, static_cast<const char*>(nullptr), 5, 3);
-  EXPECT_EQ(b.bytes[0], '\0');
-  EXPECT_EQ(b.bytes[1], 'x');
+  char buffer[8] = "", mutable_src[] = "abcdef";
+  util_strncpy(buffer, mutable_src, 3, 0);  // the char* overload alike
+  EXPECT_STREQ(buffer, "abc");
   util_strncpy(nullptr, "abc", 0, 0);  // no fault
-
-  char dst[16] = "ab";
-  util_strncat(dst, static_cast<const char*>(nullptr), 0, 0);
-  util_strncat(nullptr, "cd", 0, 0);
-  EXPECT_STREQ(dst, "ab");
 }
 
 TEST(BoundedCopy, ConcatenationAppendsAllOfTheSource) {
-  char dst[16] = "ab";
+  char dst[16] = "ab", more[] = "h";
   util_strncat(dst, "cdefg", 1, 0);  // the count is not read
-  EXPECT_STREQ(dst, "abcdefg");
-  char more[] = "h";
   util_strncat(dst, more, 0, 0);
+  util_strncat(dst, static_cast<const char*>(nullptr), 0, 0);
+  util_strncat(nullptr, "cd", 0, 0);  // no fault
   EXPECT_STREQ(dst, "abcdefgh");
 }

@@ -3,166 +3,230 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <climits>
 #include <cstdint>
 #include <cstring>
 #include <string>
-#include <type_traits>
 #include <vector>
+
+using namespace std::string_literals;
+using Texts = std::vector<std::string>;
 
 namespace {
 
-// The fields in their fixed order (buffer, length, add position), read from
-// the object's bytes: pins the layout and makes the add position visible.
-struct Fields {
-  char* data;
-  int32_t length;
+// The counted view and the add position (the third field, behind the buffer
+// pointer and the length) in one text: "abc@2".
+std::string State(const LCString& s) {
   int32_t add_pos;
-};
-static_assert(std::is_standard_layout<LCString>::value && sizeof(LCString) == sizeof(Fields),
-              "layout");
-
-int AddPos(const LCString& s) {
-  Fields f;
-  std::memcpy(&f, &s, sizeof f);
-  EXPECT_TRUE(f.data == s.c_str() && f.length == s.GetLength());
-  return f.add_pos;
+  std::memcpy(&add_pos, reinterpret_cast<const char*>(&s) + sizeof(char*) + 4, sizeof add_pos);
+  return std::string(s.c_str(), size_t(s.GetLength())) + "@" + std::to_string(add_pos);
 }
 
-std::string Counted(const LCString& s) {
-  return std::string(s.c_str(), static_cast<size_t>(s.GetLength()));
+// The states of several strings, taken by reference: a copy would reset the add position.
+template <class... T>
+Texts States(const T&... s) {
+  return {State(s)...};
+}
+
+// Every string over alphabet of length 0 to max_length.
+Texts AllStrings(const std::string& alphabet, size_t max_length) {
+  Texts out{""};
+  for (size_t i = 0; out[i].size() < max_length; ++i)
+    for (char c : alphabet) out.push_back(out[i] + c);
+  return out;
 }
 
 }  // namespace
 
 TEST(LCString, ConstructionSetsLengthAndAddPosition) {
-  const std::string nuls("a\0b\0", 4), zeros(5, '\0');
-  const LCString presized(5);  // add position 0, which a copy never takes over
-  const LCString made[] = {LCString(),        LCString(5),
-                           LCString(-7),      LCString(static_cast<char const*>(nullptr)),
-                           LCString(""),      LCString("abc"),
-                           LCString('\0'),    LCString(nuls),
-                           LCString(presized)};
-  const std::string counted[] = {"", zeros, "", "", "", "abc", std::string(1, '\0'), nuls, zeros};
-  const int add_pos[] = {0, 0, 0, 0, -1, 2, 0, 3, 4};
-  for (int i = 0; i < 9; ++i) {
-    EXPECT_EQ(Counted(made[i]), counted[i]) << i;
-    EXPECT_EQ(made[i].IsEmpty(), counted[i].empty()) << i;
-    EXPECT_EQ(AddPos(made[i]), add_pos[i]) << i;
-  }
-  // No bytes before the first NUL: equal to the empty string.
-  EXPECT_TRUE(presized == LCString() && presized == "" && LCString('\0') == "");
-  EXPECT_EQ(LCString(static_cast<char const*>(nullptr)).AddString(1, "x"), nullptr);
-  EXPECT_EQ(LCString("").AddString(1, "x"), nullptr);
+  const LCString presized(5);
+  LCString none(static_cast<const char*>(nullptr)), blank("");
+  EXPECT_EQ(States(LCString(), presized, LCString(-7), none, blank, LCString("abc"), LCString('\0'),
+                   LCString("a\0b\0"s), LCString(presized)),
+            (Texts{"@0", "\0\0\0\0\0@0"s, "@0", "@0", "@-1", "abc@2", "\0@0"s, "a\0b\0@3"s,
+                   "\0\0\0\0\0@4"s}));
+  EXPECT_TRUE(LCString().IsEmpty() && !presized.IsEmpty() && !LCString('\0').IsEmpty());
+  EXPECT_TRUE(!none.AddString(1, "x") && !blank.AddString(1, "x"));  // both full
 }
 
-TEST(LCString, AssignmentAndConcatenation) {
-  LCString a("ab"), b("cd"), t(6);
+TEST(LCString, AssignmentAndConcatenationSetTheAddPosition) {
+  LCString a("ab"), b("cd"), t(6), p("x\0y"s), q(2);
   t.AddString(2, "hi");
   LCString& same = t;
-  t = same;  // self-assignment keeps everything, the add position included
-  EXPECT_EQ(AddPos(t), 2);
-  t = a;
-  EXPECT_EQ(AddPos(t), 1);
-  t.Reallocate(INT_MIN);  // a negative size counts as 0
-  EXPECT_EQ(Counted(t), "");
-
-  LCString sum = a + b;
-  EXPECT_EQ(Counted(a) + Counted(sum), "ababcd");
-  EXPECT_NE(sum.AddString(1, "X"), nullptr);  // add position 0: writes over the text
-  EXPECT_STREQ(sum.c_str(), "X");
-  a += b;
-  EXPECT_EQ(Counted(a), "abcd");
-  EXPECT_EQ(a.AddString(1, "X"), nullptr);  // add position L - 1: full
-  a += a;
-  EXPECT_EQ(Counted(a), "abcdabcd");
+  // In turn, as a braced list is evaluated left to right. Self-assignment keeps
+  // the add position; a + b gives 0 and leaves a alone; a negative size counts as 0.
+  EXPECT_EQ((Texts{State(t = same), State(t = a), State(a + b), State(a), State((a += b, a)),
+                   State((a += a, a)), State((t.Reallocate(INT_MIN), t))}),
+            (Texts{"hi\0\0\0\0@2"s, "ab@1", "abcd@0", "ab@1", "abcd@3", "abcdabcd@7", "@0"}));
   // Both go by the counted view: inner NUL bytes and what is behind them stay.
-  LCString p(std::string("x\0y", 3)), q(2);
-  EXPECT_EQ(Counted(p + q), std::string("x\0y\0\0", 5));
-  q += p;
-  EXPECT_EQ(Counted(q), std::string("\0\0x\0y", 5));
+  EXPECT_EQ((Texts{State(p + q), State((q += p, q))}), (Texts{"x\0y\0\0@0"s, "\0\0x\0y@4"s}));
 }
 
-TEST(LCString, AddStringFillsInPieces) {
-  LCString s(8);
-  EXPECT_EQ(s.AddString(3, "abc"), s.c_str());
-  EXPECT_EQ(s.AddString(3, "def"), s.c_str());
-  EXPECT_EQ(s.AddString(3, "ghi"), s.c_str());  // room for 'g' only
+TEST(LCString, AddStringFillsAPresizedStringInPieces) {
+  LCString s(8), t(5);
+  for (const char* piece : {"abc", "def", "ghi"}) EXPECT_EQ(s.AddString(3, piece), s.c_str());
   EXPECT_EQ(s.AddString(3, "jkl"), nullptr);
-  EXPECT_EQ(Counted(s), std::string("abcdefg\0", 8));
-  EXPECT_EQ(LCString(1).AddString(1, "a"), nullptr);
-  LCString t(5);
-  EXPECT_TRUE(!t.AddString(0, "a") && !t.AddString(-3, "a") && !t.AddString(2, nullptr));
-  EXPECT_NE(t.AddString(3, std::string("a\0b", 3).c_str()), nullptr);  // a NUL does not stop it
-  EXPECT_EQ(Counted(t), std::string("a\0b\0\0", 5));
+  EXPECT_EQ(State(s), "abcdefg\0@7"s);  // room for 'g' only: L - 1 bytes
+  EXPECT_TRUE(!LCString(1).AddString(1, "a") && !t.AddString(0, "a") && !t.AddString(-3, "a") &&
+              !t.AddString(2, nullptr));
+  EXPECT_NE(t.AddString(3, "a\0b"), nullptr);  // a NUL does not stop it
+  EXPECT_EQ(State(t), "a\0b\0\0@3"s);
 }
 
-TEST(LCString, ElementAccessAtAndBeyondTheEnd) {
+TEST(LCString, OperatorIndexGivesTheTerminatorAtLAndGetAtTheLastCharacter) {
   LCString s("abc"), empty;
   const LCString& cs = s;
-  EXPECT_EQ(&s[3], s.c_str() + 3);  // operator[] at L: the terminator cell
-  EXPECT_EQ(cs[3], '\0');
-  EXPECT_EQ(s.GetAt(3), 'c');  // GetAt at L: the last character
-  EXPECT_FALSE(s.SetAt(3, 'x'));
-  for (int i : {4, 7, -1, INT_MIN, INT_MAX}) {  // any other index: the last character
-    EXPECT_TRUE(&s[i] == s.c_str() + 2 && cs[i] == 'c' && s.GetAt(i) == 'c' && !s.SetAt(i, 'x'))
+  EXPECT_TRUE(&s[3] == s.c_str() + 3 && cs[3] == '\0' && s.GetAt(3) == 'c' && !s.SetAt(3, 'x'));
+  for (int i : {4, -1, INT_MIN, INT_MAX}) {  // any other index: the last character
+    EXPECT_TRUE(&s[i] == s.c_str() + 2 && cs[i] == 'c' && s.GetAt(i) == 'c' && !s.SetAt(i, 'x') &&
+                &empty[i] == empty.c_str() && empty.GetAt(i) == '\0')
         << i;
-    EXPECT_TRUE(&empty[i] == empty.c_str() && empty.GetAt(i) == '\0') << i;
   }
-  EXPECT_TRUE(&empty[0] == empty.c_str() && !empty.SetAt(0, 'x'));
-  EXPECT_TRUE(s.SetAt(2, 'x'));
+  EXPECT_TRUE(&empty[0] == empty.c_str() && !empty.SetAt(0, 'x') && s.SetAt(0, '\0'));
   s[9] = 'y';
-  EXPECT_TRUE(s.SetAt(0, '\0'));  // the stored length stays
-  EXPECT_EQ(Counted(s), std::string("\0by", 3));
+  EXPECT_EQ(State(s), "\0by@2"s);  // a NUL stored keeps the stored length
 }
 
-TEST(LCString, ComparisonsHandOnStrcmp) {
-  const char* texts[] = {"abc", "abd", "ab", "", "\x80", "z", "a\xff", "a~"};
+TEST(LCString, ComparisonsAreStrcmpOfTheTerminatedViews) {
+  const char* texts[] = {"abc", "abd", "ab", "", "\x80", "~", "a\xff", "a~"};
   for (const char* x : texts) {
     for (const char* y : texts) {
       LCString a(x), b(y);
       const int r = std::strcmp(a.c_str(), b.c_str());  // at run time, not folded
-      EXPECT_EQ(a.Compare(b), r);
-      EXPECT_EQ(
-          (std::vector<bool>{a == b, a != b, (a < b), (a > b), a <= b, a >= b, a == y, a != y}),
-          (std::vector<bool>{r == 0, r != 0, (r < 0), (r > 0), r <= 0, r >= 0, r == 0, r != 0}));
+      const bool got[] = {a == b, a != b, (a < b), (a > b), a <= b, a >= b, a == y, a != y};
+      const bool want[] = {r == 0, r != 0, (r < 0), (r > 0), r <= 0, r >= 0, r == 0, r != 0};
+      EXPECT_TRUE(a.Compare(b) == r && std::equal(got, got + 8, want)) << x << " " << y;
     }
   }
-  EXPECT_TRUE(LCString("\x80") > LCString("~"));  // unsigned byte order
-  EXPECT_TRUE(LCString(std::string("ab\0x", 4)) == LCString(std::string("ab\0y", 4)));
-  EXPECT_TRUE(!(LCString() == static_cast<char const*>(nullptr)) &&
-              LCString() != static_cast<char const*>(nullptr));
-
+  const char* none = nullptr;
+  EXPECT_TRUE(LCString("ab\0x"s) == LCString("ab\0y"s) && LCString(5) == LCString());
+  EXPECT_TRUE(!(LCString() == none) && LCString() != none);
+  // Folded to upper case, so '_' sorts after the letters; strcmp's value unchanged.
   const LCString under("_"), upper_z("Z");
-  EXPECT_EQ(LCString("AbC").CompareNoCase(LCString("aBc")), 0);
   EXPECT_EQ(under.CompareNoCase(LCString("z")), std::strcmp(under.c_str(), upper_z.c_str()));
-  EXPECT_GT(under.CompareNoCase(LCString("z")), 0);  // folds to upper: '_' after the letters
-  EXPECT_EQ(LCString("ab").CompareNoCase(LCString(std::string("AB\0c", 4))), 0);
+  EXPECT_EQ(LCString("aBc").CompareNoCase(LCString("AbC\0d"s)), 0);
 }
 
 TEST(LCString, CaseAndReverseMapTheCountedView) {
-  LCString s(std::string("aZ\x80\xe4\0bY{@[`", 11));
+  LCString s("aZ\x80\xe4\0bY{@[`"s), r(6);
   s.MakeUpper();
-  EXPECT_EQ(Counted(s), std::string("AZ\x80\xe4\0BY{@[`", 11));
+  EXPECT_EQ(State(s), "AZ\x80\xe4\0BY{@[`@10"s);
   s.MakeLower();
-  EXPECT_EQ(Counted(s), std::string("az\x80\xe4\0by{@[`", 11));
-  LCString r(6);
+  EXPECT_EQ(State(s), "az\x80\xe4\0by{@[`@10"s);
   r.AddString(2, "ab");
   r.MakeReverse();
-  EXPECT_EQ(Counted(r) + r[6], std::string("\0\0\0\0ba\0", 7));
+  EXPECT_EQ(State(r) + r[6], "\0\0\0\0ba@2\0"s);  // the terminator stays
 }
 
 TEST(LCString, BoundedCopyFromLCString) {
-  char buf[16];
-  auto copy = [&](const LCString& s, int count, int limit) {
-    std::memset(buf, 'x', sizeof buf);
+  auto copy = [](const LCString& s, int count, int limit) {
+    char buf[8] = {'x', 'x', 'x', 'x', 'x', 'x', 'x', 'x'};
     util_strncpy(buf, s, count, limit);
     return std::string(buf, 7);
   };
-  EXPECT_EQ(copy(LCString(), 5, 0), std::string("\0xxxxxx", 7));  // no padding
-  EXPECT_EQ(copy(LCString(8), 0, 0), std::string("\0xxxxxx", 7));
-  EXPECT_EQ(copy(LCString(8), 5, 0), std::string("\0\0\0\0\0\0x", 7));
-  EXPECT_EQ(copy(LCString("abcdef"), 5, 2), std::string("ab\0xxxx", 7));
-  EXPECT_EQ(copy(LCString("abcdef"), 0, 2), std::string("abcdef\0", 7));
+  // An empty source writes one NUL with no padding; else the terminated view.
+  EXPECT_EQ((Texts{copy(LCString(), 5, 0), copy(LCString(6), 0, 0), copy(LCString(6), 5, 0),
+                   copy(LCString("abcdef"), 5, 2), copy(LCString("abcdef"), 0, 2)}),
+            (Texts{"\0xxxxxx"s, "\0xxxxxx"s, "\0\0\0\0\0\0x"s, "ab\0xxxx"s, "abcdef\0"s}));
   util_strncpy(nullptr, LCString("abc"), 0, 0);  // no fault
+}
+
+// Exhaustive check against std::string on short texts with NUL bytes and
+// overlapping matches. The forward searches are find on the terminated view, so
+// a NUL first byte does not end them and Find('\0') gives the index of the
+// terminator (LString gives 0). The reverse searches with a string or a set are
+// rfind / find_last_of on the bytes behind the last NUL of the counted view, so
+// they see nothing on a partly filled string ("ab\0\0"). A stored length of 0
+// misses at once.
+TEST(LCStringSearch, AgreesWithStdStringOnAllShortTexts) {
+  const Texts needles = AllStrings("ab", 3);
+  for (const std::string& t : AllStrings("ab\0"s, 6)) {
+    LCString s(t);
+    const std::string terminated(t.c_str());
+    const size_t tail_start = t.rfind('\0') + 1;  // npos + 1 is 0
+    const std::string tail = t.substr(tail_start);
+    auto expect = [&](size_t pos, size_t offset) {
+      return t.empty() || pos == std::string::npos ? -1 : static_cast<int>(pos + offset);
+    };
+    SCOPED_TRACE(testing::PrintToString(t));
+    for (const std::string& n : needles) {
+      EXPECT_EQ(s.Find(n.c_str()), expect(terminated.find(n), 0)) << n;
+      EXPECT_EQ(s.FindOneOf(n.c_str()), expect(terminated.find_first_of(n), 0)) << n;
+      EXPECT_EQ(s.ReverseFind(n.c_str()), expect(tail.rfind(n), tail_start)) << n;
+      EXPECT_EQ(s.ReverseFindOneOf(n.c_str()), expect(tail.find_last_of(n), tail_start)) << n;
+    }
+    EXPECT_EQ(s.Find('a'), expect(terminated.find('a'), 0));
+    EXPECT_EQ(s.ReverseFind('b'), expect(terminated.rfind('b'), 0));
+    EXPECT_EQ(s.Find('\0'), expect(terminated.size(), 0));
+    EXPECT_EQ(s.ReverseFind('\0'), expect(terminated.size(), 0));
+  }
+}
+
+TEST(LCStringSearch, OverloadsAndNullArguments) {
+  LCString abc("abc");
+  const char* none = nullptr;
+  // The LCString forms see the argument's terminated view.
+  EXPECT_EQ(
+      (std::vector<int>{abc.Find(LCString("c\0a"s)), abc.FindOneOf(LCString("\0a"s)),
+                        abc.ReverseFind(LCString("bc\0a"s)),
+                        abc.ReverseFindOneOf(LCString("a\0c"s)), abc.Find(none),
+                        abc.FindOneOf(none), abc.ReverseFind(none), abc.ReverseFindOneOf(none)}),
+      (std::vector<int>{2, -1, 1, 0, -1, -1, -1, -1}));
+}
+
+// The trims leave the add position alone; a string of white space ends empty.
+TEST(LCStringTrim, WhiteSpaceIsEveryByteOutsideThePrintableRange) {
+  for (int b = 0; b < 256; ++b) {
+    const std::string c(1, static_cast<char>(b)), k = std::isgraph(b) ? c : "";  // '!' to '~'
+    LCString mid("a" + c + "b"), right("a" + c), left(c + "a"), all_l(c + c), all_r(all_l);
+    mid.RemoveWhiteSpaces();
+    right.TrimRight();
+    left.TrimLeft();
+    all_l.TrimLeft();
+    all_r.TrimRight();
+    EXPECT_EQ(States(mid, right, left, all_l, all_r),
+              (Texts{"a" + k + "b@2", "a" + k + "@1", k + "a@1", k + k + "@1", k + k + "@1"}))
+        << b;
+    EXPECT_EQ(all_l.c_str() + std::string("|") + all_r.c_str(), k + k + "|" + k + k) << b;
+  }
+}
+
+TEST(LCStringTrim, TrimsKeepTheBuffer) {
+  LCString right("ab \t\n"), left(" \tab"), mixed("a b\tc\0\x80"s), empty;
+  char *right_buffer = right.c_str(), *left_buffer = left.c_str();
+  right.TrimRight();
+  left.TrimLeft();
+  mixed.RemoveWhiteSpaces();
+  for (auto trim : {&LCString::TrimLeft, &LCString::TrimRight, &LCString::RemoveWhiteSpaces})
+    (empty.*trim)();
+  EXPECT_TRUE(right.c_str() == right_buffer && left.c_str() == left_buffer);
+  EXPECT_EQ(std::string(right_buffer, 6), "ab\0\0\0\0"s);
+  EXPECT_EQ(std::string(left_buffer, 5), "ab\0b\0"s);  // old bytes stay above
+  EXPECT_EQ(States(right, mixed, empty), (Texts{"ab@4", "abc@6", "@0"}));
+  EXPECT_EQ(right.AddString(1, "x"), nullptr);  // an add position past L - 1 is full
+  EXPECT_STREQ(mixed.c_str(), "abc");
+}
+
+// Against substr on the counted view, at both ends of int. A cut has add
+// position 0. Left and Right with n >= L fall back on the TERMINATED view, with
+// add position its length - 1; Mid never does, so Mid(0, L) keeps inner NULs.
+TEST(LCStringSlice, AgreeWithSubstrAtTheLimitsOfInt) {
+  for (const LCString& s : {LCString("abcdef"), LCString(), LCString("ab\0cd"s), LCString(10)}) {
+    const std::string counted(s.c_str(), size_t(s.GetLength())), terminated(s.c_str());
+    const int len = s.GetLength();
+    const std::string whole = terminated + "@" + std::to_string(int(terminated.size()) - 1);
+    for (int n : {INT_MIN, -1, 0, 1, 3, 5, 6, 10, INT_MAX}) {
+      const bool none = n < 1 || len == 0, cut = !none && n < len;
+      EXPECT_EQ(State(s.Left(n)), none ? "@0" : cut ? counted.substr(0, n) + "@0" : whole) << n;
+      EXPECT_EQ(State(s.Right(n)), none ? "@0" : cut ? counted.substr(len - n) + "@0" : whole) << n;
+      for (int start : {INT_MIN, -2, 0, 2, 5, 6, INT_MAX}) {
+        const size_t from = size_t(std::max(start, 0));
+        EXPECT_EQ(State(s.Mid(start, n)),
+                  (n < 1 || from >= counted.size() ? "" : counted.substr(from, n)) + "@0")
+            << start << " " << n << " " << testing::PrintToString(counted);
+      }
+    }
+  }
 }

@@ -2,135 +2,107 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <climits>
 #include <cstring>
 #include <string>
+#include <vector>
 
 namespace {
 
-std::string Slice(void (LString::*op)(char*, char const*, int), const char* src, int n) {
-  LString ls;
-  char dst[64];
-  std::memset(dst, 'x', sizeof dst);
-  (ls.*op)(dst, src, n);
-  return dst;
+// Every string over "ab" of length 0 to max_length.
+std::vector<std::string> AllStrings(size_t max_length) {
+  std::vector<std::string> out{""};
+  for (size_t i = 0; out[i].size() < max_length; ++i)
+    out.insert(out.end(), {out[i] + 'a', out[i] + 'b'});
+  return out;
 }
 
-std::string Mid(const char* src, int start, int count) {
+// What a slice of src writes into a buffer filled with 'x'.
+template <class... Args>
+std::string Slice(const char* src, void (LString::*op)(char*, char const*, Args...), Args... args) {
   LString ls;
-  char dst[64];
-  ls.Mid(dst, src, start, count);
+  char dst[16] = "xxxxxxxxxxxxxxx";
+  (ls.*op)(dst, src, args...);
   return dst;
 }
 
 }  // namespace
 
-TEST(LString, ForwardSearchesStopOnAnEmptyString) {
+// Against std::string, overlapping matches included. An empty s misses at
+// once, so Find("", "") is -1 (LCString goes by its stored length instead).
+TEST(LString, SearchesAgreeWithStdStringOnAllShortTexts) {
   LString ls;
-  EXPECT_EQ(ls.Find("abc", ""), 0);
-  EXPECT_EQ(ls.Find("", ""), -1);
-  EXPECT_EQ(ls.Find("abcabc", "ca"), 2);
-  EXPECT_EQ(ls.Find("abc", "x"), -1);
-  EXPECT_EQ(ls.Find("abc", 'c'), 2);
-  EXPECT_EQ(ls.Find("abc", '\0'), 0);  // searches for the empty string
-  EXPECT_EQ(ls.FindOneOf("abcabc", "xc"), 2);
-  EXPECT_EQ(ls.FindOneOf("abc", ""), -1);
-  EXPECT_EQ(ls.FindOneOf("", "a"), -1);
-  // Null arguments answer -1.
-  EXPECT_EQ(ls.Find(nullptr, "a"), -1);
-  EXPECT_EQ(ls.Find("a", nullptr), -1);
-  EXPECT_EQ(ls.Find(nullptr, 'a'), -1);
-  EXPECT_EQ(ls.FindOneOf(nullptr, "a"), -1);
-  EXPECT_EQ(ls.FindOneOf("a", nullptr), -1);
+  for (const std::string& t : AllStrings(5)) {
+    auto expect = [&](size_t pos) { return t.empty() || pos == std::string::npos ? -1 : int(pos); };
+    for (const std::string& n : AllStrings(2)) {
+      const char *s = t.c_str(), *sub = n.c_str();
+      EXPECT_EQ((std::vector<int>{ls.Find(s, sub), ls.FindOneOf(s, sub), ls.ReverseFind(s, sub),
+                                  ls.ReverseFindOneOf(s, sub)}),
+                (std::vector<int>{expect(t.find(n)), expect(t.find_first_of(n)), expect(t.rfind(n)),
+                                  expect(t.find_last_of(n))}))
+          << t << " " << n;
+    }
+    EXPECT_EQ(ls.Find(t.c_str(), 'b'), expect(t.find('b'))) << t;
+    EXPECT_EQ(ls.ReverseFind(t.c_str(), 'a'), expect(t.rfind('a'))) << t;
+  }
+  // A NUL character is the empty string forward (LCString::Find gives the
+  // length) and the length backward.
+  EXPECT_TRUE(ls.Find("abc", '\0') == 0 && ls.ReverseFind("abc", '\0') == 3);
+  const char* none = nullptr;
+  EXPECT_EQ(
+      (std::vector<int>{ls.Find(none, "a"), ls.Find("a", none), ls.Find(none, 'a'),
+                        ls.FindOneOf(none, "a"), ls.FindOneOf("a", none), ls.ReverseFind(none, "a"),
+                        ls.ReverseFind("a", none), ls.ReverseFind(none, 'a'),
+                        ls.ReverseFindOneOf(none, "a"), ls.ReverseFindOneOf("a", none)}),
+      std::vector<int>(10, -1));
 }
 
-TEST(LString, ReverseSearchesSeeOverlappingMatches) {
-  LString ls;
-  EXPECT_EQ(ls.ReverseFind("abcabc", "bc"), 4);
-  EXPECT_EQ(ls.ReverseFind("aaa", "aa"), 1);
-  EXPECT_EQ(ls.ReverseFind("abababa", "aba"), 4);
-  EXPECT_EQ(ls.ReverseFind("abc", "x"), -1);
-  EXPECT_EQ(ls.ReverseFind("abc", ""), 3);
-  EXPECT_EQ(ls.ReverseFind("abc", '\0'), 3);
-  EXPECT_EQ(ls.ReverseFind("", ""), -1);
-  EXPECT_EQ(ls.ReverseFind("abca", 'a'), 3);
-  EXPECT_EQ(ls.ReverseFind("abc", "abc"), 0);
-  EXPECT_EQ(ls.ReverseFindOneOf("abcabc", "ab"), 4);
-  EXPECT_EQ(ls.ReverseFindOneOf("abcabc", ""), -1);
-  EXPECT_EQ(ls.ReverseFindOneOf("abc", "x"), -1);
-  EXPECT_EQ(ls.ReverseFind(nullptr, "a"), -1);
-  EXPECT_EQ(ls.ReverseFind("a", nullptr), -1);
-  EXPECT_EQ(ls.ReverseFindOneOf(nullptr, "a"), -1);
-  EXPECT_EQ(ls.ReverseFindOneOf("a", nullptr), -1);
-}
-
-TEST(LString, LeftAndRightClamp) {
-  EXPECT_EQ(Slice(&LString::Left, "abcdef", 2), "ab");
-  EXPECT_EQ(Slice(&LString::Left, "abcdef", 6), "abcdef");
-  EXPECT_EQ(Slice(&LString::Left, "abcdef", INT_MAX), "abcdef");
-  EXPECT_EQ(Slice(&LString::Left, "abcdef", 0), "");
-  EXPECT_EQ(Slice(&LString::Left, "abcdef", INT_MIN), "");
-  EXPECT_EQ(Slice(&LString::Left, "", 3), "");
-  EXPECT_EQ(Slice(&LString::Right, "abcdef", 2), "ef");
-  EXPECT_EQ(Slice(&LString::Right, "abcdef", 6), "abcdef");
-  EXPECT_EQ(Slice(&LString::Right, "abcdef", INT_MAX), "abcdef");
-  EXPECT_EQ(Slice(&LString::Right, "abcdef", -1), "");
-  EXPECT_EQ(Slice(&LString::Right, "abcdef", INT_MIN), "");
-}
-
-TEST(LString, MidRules) {
-  EXPECT_EQ(Mid("abcdef", 2, 2), "cd");
-  EXPECT_EQ(Mid("abcdef", 4, 10), "ef");
-  EXPECT_EQ(Mid("abcdef", 6, 1), "");
-  EXPECT_EQ(Mid("abcdef", -2, 3), "abc");
-  EXPECT_EQ(Mid("abcdef", 1, INT_MAX), "bcdef");
-  EXPECT_EQ(Mid("abcdef", INT_MAX, INT_MAX), "");
-  EXPECT_EQ(Mid("abcdef", INT_MIN, 2), "ab");
-  EXPECT_EQ(Mid("abcdef", 2, 0), "");
-  EXPECT_EQ(Mid("abcdef", 2, INT_MIN), "");
-}
-
-TEST(LString, SlicesAcceptTheSameBufferAndIgnoreNull) {
+// Against substr on a grid that takes in both ends of int: a negative start
+// counts as 0 without shortening count.
+TEST(LString, SlicesAgreeWithSubstrAtTheLimitsOfInt) {
+  const std::string s = "abcdef";
+  for (int n : {INT_MIN, -1, 0, 1, 2, 5, 6, 7, INT_MAX}) {
+    const size_t take = n < 1 ? 0 : std::min(size_t(n), s.size());
+    EXPECT_EQ(Slice(s.c_str(), &LString::Left, n), s.substr(0, take)) << n;
+    EXPECT_EQ(Slice(s.c_str(), &LString::Right, n), s.substr(s.size() - take)) << n;
+    EXPECT_EQ(Slice("", &LString::Left, n) + Slice("", &LString::Mid, 0, n), "") << n;
+    for (int start : {INT_MIN, -2, 0, 1, 5, 6, INT_MAX}) {
+      const size_t from = size_t(std::max(start, 0));
+      EXPECT_EQ(Slice(s.c_str(), &LString::Mid, start, n),
+                n < 1 || from >= s.size() ? "" : s.substr(from, size_t(n)))
+          << start << " " << n;
+    }
+  }
+  EXPECT_EQ(Slice(nullptr, &LString::Left, 2) + Slice(nullptr, &LString::Right, 2) +
+                Slice(nullptr, &LString::Mid, 0, 2),
+            std::string(45, 'x'));  // a null src writes nothing
   LString ls;
   char buffer[] = "abcdef";
-  ls.Right(buffer, buffer, 4);
-  EXPECT_STREQ(buffer, "cdef");
+  ls.Right(buffer, buffer, 4);  // dst may be src
   ls.Left(buffer, buffer, 3);
-  EXPECT_STREQ(buffer, "cde");
-  char mid[] = "abcdef";
-  ls.Mid(mid, mid, 1, 3);
-  EXPECT_STREQ(mid, "bcd");
-
-  char untouched[] = "keep";
-  ls.Left(untouched, nullptr, 2);
-  ls.Right(untouched, nullptr, 2);
-  ls.Mid(untouched, nullptr, 0, 2);
-  EXPECT_STREQ(untouched, "keep");
+  ls.Mid(buffer, buffer, 1, 2);
   ls.Left(nullptr, "abc", 2);  // no fault
-  ls.TrimLeft(nullptr);
-  ls.TrimRight(nullptr);
+  EXPECT_STREQ(buffer, "de");
 }
 
-TEST(LString, TrimsTreatEveryByteOutsidePrintableAsciiAsWhiteSpace) {
+// Trailing white space is overwritten with NUL; a string of white space ends empty.
+TEST(LString, WhiteSpaceIsEveryByteOutsideThePrintableRange) {
   LString ls;
-  char text[] = " \t\x7f\x80\xff" "a b" "\r\n\x7f\xfe ";
-  ls.TrimRight(text);
-  EXPECT_STREQ(text, " \t\x7f\x80\xff" "a b");
-  ls.TrimLeft(text);
-  EXPECT_STREQ(text, "a b");
-
-  char blank[] = " \t\r\n\x80";
-  ls.TrimRight(blank);
-  EXPECT_STREQ(blank, "");
-  char blank2[] = " \t\r\n\x80";
-  ls.TrimLeft(blank2);
-  EXPECT_STREQ(blank2, "");
-  char empty[] = "";
-  ls.TrimLeft(empty);
-  ls.TrimRight(empty);
-  EXPECT_STREQ(empty, "");
-  // Bytes above the new end are NUL after TrimRight.
-  char tail[] = "ab  ";
-  ls.TrimRight(tail);
-  EXPECT_EQ(std::memcmp(tail, "ab\0\0", 5), 0);
+  for (int b = 1; b < 256; ++b) {
+    const char c = static_cast<char>(b);
+    const std::string k = std::isgraph(b) ? std::string(2, c) : "";  // '!' to '~'
+    char left[] = {c, c, 'a', '\0'}, right[] = {'a', c, c, '\0'}, all_l[] = {c, c, '\0'},
+         all_r[] = {c, c, '\0'};
+    ls.TrimLeft(left);
+    ls.TrimRight(right);
+    ls.TrimLeft(all_l);
+    ls.TrimRight(all_r);
+    EXPECT_EQ(left + std::string("|") + std::string(right, 3) + "|" + all_l + all_r,
+              k + "a|a" + (k.empty() ? std::string(2, '\0') : k) + "|" + k + k)
+        << b;
+  }
+  ls.TrimLeft(nullptr);  // no fault
+  ls.TrimRight(nullptr);
 }
