@@ -26,8 +26,8 @@
 
 namespace format_model {
 
-constexpr size_t kMaxArgs = 4;        // inputs with more conversions are skipped
-constexpr size_t kMaxFormat = 320;    // longer than the 254 of one conversion
+constexpr size_t kMaxArgs = 4;         // inputs with more conversions are skipped
+constexpr size_t kMaxFormat = 320;     // longer than the 254 of one conversion
 constexpr long long kMaxWidth = 9999;  // see HasHugeNumber
 
 enum class Kind { kInt, kDouble, kText };
@@ -94,7 +94,7 @@ struct Parsed {
   bool directive = false;      // false: printf shows no argument
   std::string flags, width, precision, length;
   bool hasPrecision = false;
-  char spec = 0;
+  char directiveLetter = 0;  // the letter of the directive itself
 };
 
 bool IsIn(char c, const char* set) { return c != '\0' && std::strchr(set, c) != nullptr; }
@@ -142,13 +142,13 @@ bool Parse(const Conversion& conv, Parsed& p) {
       }
     }
     j += p.length.size();
-    p.spec = j < c.size() ? c[j] : '\0';
+    p.directiveLetter = j < c.size() ? c[j] : '\0';
     Kind kind;
-    if (IsIn(p.spec, "diouxXc")) {
+    if (IsIn(p.directiveLetter, "diouxXc")) {
       kind = Kind::kInt;
-    } else if (IsIn(p.spec, "eEfFgGaA")) {
+    } else if (IsIn(p.directiveLetter, "eEfFgGaA")) {
       kind = Kind::kDouble;
-    } else if (p.spec == 's') {
+    } else if (p.directiveLetter == 's') {
       kind = Kind::kText;
     } else {
       return false;
@@ -156,10 +156,10 @@ bool Parse(const Conversion& conv, Parsed& p) {
     if (kind != KindOf(conv.letter)) return false;
     const bool flagHash = p.flags.find('#') != std::string::npos;
     const bool flagZero = p.flags.find('0') != std::string::npos;
-    if (flagHash && IsIn(p.spec, "diucs")) return false;
-    if (flagZero && IsIn(p.spec, "cs")) return false;
-    if (p.hasPrecision && p.spec == 'c') return false;
-    if (!p.length.empty() && IsIn(p.spec, "cs")) return false;
+    if (flagHash && IsIn(p.directiveLetter, "diucs")) return false;
+    if (flagZero && IsIn(p.directiveLetter, "cs")) return false;
+    if (p.hasPrecision && p.directiveLetter == 'c') return false;
+    if (!p.length.empty() && IsIn(p.directiveLetter, "cs")) return false;
     if (kind == Kind::kDouble && !p.length.empty() && p.length != "l") return false;
     literal = &p.suffix;
     i = j + 1;
@@ -240,9 +240,9 @@ std::string Value(const Parsed& p, const Arg& a) {
     std::string d = "%" + p.flags + p.width + (p.hasPrecision ? "." + p.precision : "");
     const bool wide = !p.length.empty() && p.length[0] != 'h';
     if (a.kind == Kind::kInt) d += wide ? "ll" : p.length;
-    d += p.spec;
+    d += p.directiveLetter;
     const uint32_t bits = static_cast<uint32_t>(a.i);
-    const bool isSigned = IsIn(p.spec, "dic");
+    const bool isSigned = IsIn(p.directiveLetter, "dic");
     if (a.kind == Kind::kDouble) {
       out += Printf(d, a.d);
     } else if (a.kind == Kind::kText) {
@@ -295,6 +295,17 @@ Written WriteLineModel(const Cut& cut, const std::vector<Arg>* args) {
   }
   w.out += cut.tail;
   return w;
+}
+
+// A text for a failure message: bytes outside printable ASCII as \xNN.
+std::string Escaped(const std::string& s) {
+  std::string out;
+  for (unsigned char c : s) {
+    char hex[5];
+    std::snprintf(hex, sizeof hex, c >= 0x20 && c < 0x7F && c != '\\' ? "%c" : "\\x%02X", c);
+    out += hex;
+  }
+  return out;
 }
 
 // ---- Temporary files ---------------------------------------------------------------

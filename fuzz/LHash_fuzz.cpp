@@ -181,9 +181,9 @@ void Step(LHash& hash, Model& model, FuzzedDataProvider& in) {
         break;
       }
       // Often a value that the row holds.
-      const std::string value = !values.empty() && in.ConsumeBool()
-                                    ? values[in.ConsumeIntegralInRange<size_t>(0, values.size() - 1)]
-                                    : Text(in);
+      const bool held = !values.empty() && in.ConsumeBool();
+      const std::string value =
+          held ? values[in.ConsumeIntegralInRange<size_t>(0, values.size() - 1)] : Text(in);
       row->removeValue(value.c_str());
       values.erase(std::remove(values.begin(), values.end(), value), values.end());
       break;

@@ -28,7 +28,7 @@ std::string g_text;     // its format or text
 
 [[noreturn]] void Fail(int line, const char* what) {
   std::fprintf(stderr, "MsgOutput_fuzz: check failed at line %d in %s: %s\n  text \"%s\"\n", line,
-               g_op, what, g_text.c_str());
+               g_op, what, fm::Escaped(g_text).c_str());
   std::abort();
 }
 #define CHECK(cond) \
@@ -170,8 +170,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     g_op = "InitLogFile";
     switch (in.ConsumeIntegralInRange(0, 7)) {
       case 0: break;
-      case 1: CHECK(out.InitLogFile(files.missing.c_str(), true) > 0); model.log = Log::kNotOpen; break;
-      case 2: CHECK(out.InitLogFile(nullptr, false) == -7); model.log = Log::kNotOpen; break;
+      case 1:  // attached, not open: a directory that is not there, or no name
+        CHECK(out.InitLogFile(files.missing.c_str(), true) > 0);
+        model.log = Log::kNotOpen;
+        break;
+      case 2:
+        CHECK(out.InitLogFile(nullptr, false) == -7);
+        model.log = Log::kNotOpen;
+        break;
       default: {
         // Mostly a new file: emptying one that holds text costs a flush on
         // ext4, so that is done only now and then.
@@ -190,11 +196,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (int step = 0; step < 4 && in.remaining_bytes() > 0; ++step) {
       switch (in.ConsumeIntegralInRange(0, 5)) {
         case 0: case 1: case 2: OutputStep(out, model, in); break;
-        case 3:
+        case 3: {
           g_op = "PrintLog";
           g_text = in.ConsumeRandomLengthString(64).c_str();
-          CHECK(out.PrintLog(g_text.c_str()) == model.PrintLog(g_text));
+          const int result = out.PrintLog(g_text.c_str());
+          CHECK(result == 0 || result == -1);
+          CHECK(result == model.PrintLog(g_text));
           break;
+        }
         case 4: {
           g_op = "Print";
           g_text = in.ConsumeRandomLengthString(64).c_str();

@@ -24,19 +24,9 @@ namespace fm = format_model;
 
 std::string g_format;  // printed when a check fails
 
-std::string Escaped(const std::string& s) {
-  std::string out;
-  for (unsigned char c : s) {
-    char hex[5];
-    std::snprintf(hex, sizeof hex, c >= 0x20 && c < 0x7F && c != '\\' ? "%c" : "\\x%02X", c);
-    out += hex;
-  }
-  return out;
-}
-
 [[noreturn]] void Fail(int line, const char* what) {
   std::fprintf(stderr, "WriteLine_fuzz: check failed at line %d: %s\n  format \"%s\"\n", line, what,
-               Escaped(g_format).c_str());
+               fm::Escaped(g_format).c_str());
   std::abort();
 }
 #define CHECK(cond) \
@@ -64,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (mode % 16 == 0) {
     // No stream: -3 before the format is looked at.
     LFile closed;
-    result = fm::CallWith([&](auto... a) { return closed.WriteLine(g_format.c_str(), a...); }, args, 0);
+    result =
+        fm::CallWith([&](auto... a) { return closed.WriteLine(g_format.c_str(), a...); }, args, 0);
     CHECK(result == -3 && closed.GetErrorCode() == -3);
     CHECK(std::strcmp(closed.GetErrorMessage(), "File not opened.") == 0);
     return 0;
@@ -75,7 +66,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     { LFile create(path.c_str(), "wb"); CHECK(create.WriteChar('r') == 0); }
     LFile reading(path.c_str(), "rb");
     CHECK(reading.GetErrorCode() == 0 && reading.IsOpen());
-    result = fm::CallWith([&](auto... a) { return reading.WriteLine(g_format.c_str(), a...); }, args, 0);
+    result =
+        fm::CallWith([&](auto... a) { return reading.WriteLine(g_format.c_str(), a...); }, args, 0);
     CHECK(result == -5 && reading.GetErrorCode() == -5);
     CHECK(reading.Close() == 0);
     CHECK(fm::ReadAll(path) == "r");
@@ -87,7 +79,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   {
     LFile file(path.c_str(), "wb");
     CHECK(file.GetErrorCode() == 0 && file.IsOpen());
-    result = fm::CallWith([&](auto... a) { return file.WriteLine(g_format.c_str(), a...); }, args, 0);
+    result =
+        fm::CallWith([&](auto... a) { return file.WriteLine(g_format.c_str(), a...); }, args, 0);
     CHECK(file.GetErrorCode() == result);
     if (result == -2) CHECK(std::strcmp(file.GetErrorMessage(), "Unsupported print format.") == 0);
     CHECK(file.Close() == 0);
@@ -100,8 +93,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } else {
     CHECK(result == want.code);
     if (written != want.out) {
-      std::fprintf(stderr, "written \"%s\"\nwanted  \"%s\"\n", Escaped(written).c_str(),
-                   Escaped(want.out).c_str());
+      std::fprintf(stderr, "written \"%s\"\nwanted  \"%s\"\n", fm::Escaped(written).c_str(),
+                   fm::Escaped(want.out).c_str());
     }
     CHECK(written == want.out);
   }
