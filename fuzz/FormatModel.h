@@ -211,9 +211,12 @@ int CallWith(Call&& call, const std::vector<Arg>& args, size_t i, A... a) {
   if constexpr (sizeof...(A) < kMaxArgs) {
     const Arg& x = args[i];
     switch (x.kind) {
-      case Kind::kInt: return CallWith(call, args, i + 1, a..., x.i);
-      case Kind::kDouble: return CallWith(call, args, i + 1, a..., x.d);
-      case Kind::kText: return CallWith(call, args, i + 1, a..., x.Text());
+      case Kind::kInt:
+        return CallWith(call, args, i + 1, a..., x.i);
+      case Kind::kDouble:
+        return CallWith(call, args, i + 1, a..., x.d);
+      case Kind::kText:
+        return CallWith(call, args, i + 1, a..., x.Text());
     }
   }
   std::fprintf(stderr, "format model: more than %zu arguments\n", kMaxArgs);

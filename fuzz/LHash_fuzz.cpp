@@ -25,8 +25,8 @@ const char* g_op = "";  // the current step, printed when a check fails
   std::fprintf(stderr, "LHash_fuzz: check failed at line %d in %s: %s\n", line, g_op, what);
   std::abort();
 }
-#define CHECK(cond) \
-  do {              \
+#define CHECK(cond)                     \
+  do {                                  \
     if (!(cond)) Fail(__LINE__, #cond); \
   } while (0)
 
@@ -78,11 +78,16 @@ std::string Text(FuzzedDataProvider& in) {
 // A position, often at an edge of 0 .. n - 1.
 int Index(FuzzedDataProvider& in, int n) {
   switch (in.ConsumeIntegralInRange(0, 7)) {
-    case 0: return INT_MIN;
-    case 1: return INT_MAX;
-    case 2: return -1;
-    case 3: return n;
-    default: return in.ConsumeIntegralInRange(0, std::max(n, 1) - 1);
+    case 0:
+      return INT_MIN;
+    case 1:
+      return INT_MAX;
+    case 2:
+      return -1;
+    case 3:
+      return n;
+    default:
+      return in.ConsumeIntegralInRange(0, std::max(n, 1) - 1);
   }
 }
 
@@ -118,7 +123,8 @@ void Step(LHash& hash, Model& model, FuzzedDataProvider& in) {
   LHashElement* row = r < 0 ? nullptr : hash.getKey(r);
   CHECK(r < 0 || row != nullptr);
   switch (in.ConsumeIntegralInRange(0, 12)) {
-    case 0: case 1: {
+    case 0:
+    case 1: {
       g_op = "createKey";
       if (in.ConsumeIntegralInRange(0, 15) == 0) {
         CHECK(hash.createKey(nullptr) == nullptr);
@@ -152,7 +158,8 @@ void Step(LHash& hash, Model& model, FuzzedDataProvider& in) {
       if (got != nullptr) CHECK(model[i].key == got->getKey());
       break;
     }
-    case 4: case 5: {
+    case 4:
+    case 5: {
       g_op = "setValue";
       if (row == nullptr) break;
       if (in.ConsumeIntegralInRange(0, 15) == 0) {

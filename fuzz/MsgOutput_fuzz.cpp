@@ -31,8 +31,8 @@ std::string g_text;     // its format or text
                g_op, what, fm::Escaped(g_text).c_str());
   std::abort();
 }
-#define CHECK(cond) \
-  do {              \
+#define CHECK(cond)                     \
+  do {                                  \
     if (!(cond)) Fail(__LINE__, #cond); \
   } while (0)
 
@@ -169,7 +169,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     LMsgOutput out;
     g_op = "InitLogFile";
     switch (in.ConsumeIntegralInRange(0, 7)) {
-      case 0: break;
+      case 0:
+        break;
       case 1:  // attached, not open: a directory that is not there, or no name
         CHECK(out.InitLogFile(files.missing.c_str(), true) > 0);
         model.log = Log::kNotOpen;
@@ -195,7 +196,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     for (int step = 0; step < 4 && in.remaining_bytes() > 0; ++step) {
       switch (in.ConsumeIntegralInRange(0, 5)) {
-        case 0: case 1: case 2: OutputStep(out, model, in); break;
+        case 0:
+        case 1:
+        case 2:
+          OutputStep(out, model, in);
+          break;
         case 3: {
           g_op = "PrintLog";
           g_text = in.ConsumeRandomLengthString(64).c_str();

@@ -30,8 +30,8 @@ const char* g_op = "";  // the current step, printed when a check fails
   std::fprintf(stderr, "RBTree_fuzz: check failed at line %d in %s: %s\n", line, g_op, what);
   std::abort();
 }
-#define CHECK(cond) \
-  do {              \
+#define CHECK(cond)                     \
+  do {                                  \
     if (!(cond)) Fail(__LINE__, #cond); \
   } while (0)
 
@@ -303,18 +303,32 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   uintptr_t serial = 0;
   for (int steps = 0; steps < 256 && in.remaining_bytes() > 0; ++steps) {
     switch (in.ConsumeIntegralInRange(0, 9)) {
-      case 0: case 1: case 2: case 3: Insert(*pool, tree, model, serial, Key(in)); break;
-      case 4: case 5: {
+      case 0:
+      case 1:
+      case 2:
+      case 3:
+        Insert(*pool, tree, model, serial, Key(in));
+        break;
+      case 4:
+      case 5: {
         std::string key = Key(in);
         RBTreeNode* n = tree.Search(tree.root, &key[0]);
         CHECK((n != nullptr) == (model.count(key) == 1));
         Delete(*pool, tree, model, n);
         break;
       }
-      case 6: Delete(*pool, tree, model, NodeAt(tree, model.size(), in)); break;
-      case 7: SearchSubtree(tree, model, in); break;
-      case 8: Rotations(*pool, tree, model, in); break;
-      default: Nulls(tree, *pool); break;
+      case 6:
+        Delete(*pool, tree, model, NodeAt(tree, model.size(), in));
+        break;
+      case 7:
+        SearchSubtree(tree, model, in);
+        break;
+      case 8:
+        Rotations(*pool, tree, model, in);
+        break;
+      default:
+        Nulls(tree, *pool);
+        break;
     }
     CheckTree(*pool, tree, model);
   }

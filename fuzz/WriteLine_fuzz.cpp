@@ -29,8 +29,8 @@ std::string g_format;  // printed when a check fails
                fm::Escaped(g_format).c_str());
   std::abort();
 }
-#define CHECK(cond) \
-  do {              \
+#define CHECK(cond)                     \
+  do {                                  \
     if (!(cond)) Fail(__LINE__, #cond); \
   } while (0)
 
@@ -63,7 +63,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (mode % 16 == 1) {
     // Opened for reading: -5, and the file stays as it was.
     std::remove(path.c_str());
-    { LFile create(path.c_str(), "wb"); CHECK(create.WriteChar('r') == 0); }
+    {
+      LFile create(path.c_str(), "wb");
+      CHECK(create.WriteChar('r') == 0);
+    }
     LFile reading(path.c_str(), "rb");
     CHECK(reading.GetErrorCode() == 0 && reading.IsOpen());
     result =
