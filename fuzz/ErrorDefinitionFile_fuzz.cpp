@@ -26,16 +26,14 @@
 #include <string>
 #include <vector>
 
+#include "FuzzSupport.h"
+
 namespace {
 
 [[noreturn]] void Fail(int line, const char* what) {
   std::fprintf(stderr, "ErrorDefinitionFile_fuzz: check failed at line %d: %s\n", line, what);
   std::abort();
 }
-#define CHECK(cond)                     \
-  do {                                  \
-    if (!(cond)) Fail(__LINE__, #cond); \
-  } while (0)
 
 // The definition list is private to ErrorHandler. An explicit instantiation
 // may name a private member, and the friend defined in it hands the member

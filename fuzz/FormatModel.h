@@ -24,6 +24,8 @@
 #include <string>
 #include <vector>
 
+#include "FuzzSupport.h"
+
 namespace format_model {
 
 constexpr size_t kMaxArgs = 4;         // inputs with more conversions are skipped
@@ -298,17 +300,6 @@ Written WriteLineModel(const Cut& cut, const std::vector<Arg>* args) {
   }
   w.out += cut.tail;
   return w;
-}
-
-// A text for a failure message: bytes outside printable ASCII as \xNN.
-std::string Escaped(const std::string& s) {
-  std::string out;
-  for (unsigned char c : s) {
-    char hex[5];
-    std::snprintf(hex, sizeof hex, c >= 0x20 && c < 0x7F && c != '\\' ? "%c" : "\\x%02X", c);
-    out += hex;
-  }
-  return out;
 }
 
 // ---- Temporary files ---------------------------------------------------------------

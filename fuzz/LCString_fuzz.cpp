@@ -15,6 +15,8 @@
 #include <memory>
 #include <string>
 
+#include "FuzzSupport.h"
+
 namespace {
 
 const char* g_op = "";  // the current step, printed when a check fails
@@ -23,10 +25,6 @@ const char* g_op = "";  // the current step, printed when a check fails
   std::fprintf(stderr, "LCString_fuzz: check failed at line %d in %s: %s\n", line, g_op, what);
   std::abort();
 }
-#define CHECK(cond)                     \
-  do {                                  \
-    if (!(cond)) Fail(__LINE__, #cond); \
-  } while (0)
 
 // ---- The model ----------------------------------------------------------------
 

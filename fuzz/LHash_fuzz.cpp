@@ -17,6 +17,8 @@
 #include <string>
 #include <vector>
 
+#include "FuzzSupport.h"
+
 namespace {
 
 const char* g_op = "";  // the current step, printed when a check fails
@@ -25,10 +27,6 @@ const char* g_op = "";  // the current step, printed when a check fails
   std::fprintf(stderr, "LHash_fuzz: check failed at line %d in %s: %s\n", line, g_op, what);
   std::abort();
 }
-#define CHECK(cond)                     \
-  do {                                  \
-    if (!(cond)) Fail(__LINE__, #cond); \
-  } while (0)
 
 struct Row {
   std::string key;

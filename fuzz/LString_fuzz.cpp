@@ -14,6 +14,8 @@
 #include <memory>
 #include <string>
 
+#include "FuzzSupport.h"
+
 namespace {
 
 // What the current step does, printed when a check fails.
@@ -23,16 +25,6 @@ struct Step {
   long x = 0, y = 0;
 } g_step;
 
-std::string Escaped(const std::string& s) {
-  std::string out;
-  for (unsigned char c : s) {
-    char hex[5];
-    std::snprintf(hex, sizeof hex, c >= 0x20 && c < 0x7F && c != '\\' ? "%c" : "\\x%02X", c);
-    out += hex;
-  }
-  return out;
-}
-
 [[noreturn]] void Fail(int line, const char* what) {
   std::fprintf(stderr,
                "LString_fuzz: check failed at line %d: %s\n  in %s(\"%s\", \"%s\", %ld, %ld)\n",
@@ -40,10 +32,6 @@ std::string Escaped(const std::string& s) {
                g_step.x, g_step.y);
   std::abort();
 }
-#define CHECK(cond)                     \
-  do {                                  \
-    if (!(cond)) Fail(__LINE__, #cond); \
-  } while (0)
 
 // ---- The model ----------------------------------------------------------------
 

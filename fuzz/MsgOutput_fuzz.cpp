@@ -28,13 +28,9 @@ std::string g_text;     // its format or text
 
 [[noreturn]] void Fail(int line, const char* what) {
   std::fprintf(stderr, "MsgOutput_fuzz: check failed at line %d in %s: %s\n  text \"%s\"\n", line,
-               g_op, what, fm::Escaped(g_text).c_str());
+               g_op, what, Escaped(g_text).c_str());
   std::abort();
 }
-#define CHECK(cond)                     \
-  do {                                  \
-    if (!(cond)) Fail(__LINE__, #cond); \
-  } while (0)
 
 // ---- The model ------------------------------------------------------------------
 

@@ -22,6 +22,8 @@
 #include <string>
 #include <vector>
 
+#include "FuzzSupport.h"
+
 namespace {
 
 const char* g_op = "";  // the current step, printed when a check fails
@@ -30,10 +32,6 @@ const char* g_op = "";  // the current step, printed when a check fails
   std::fprintf(stderr, "RBTree_fuzz: check failed at line %d in %s: %s\n", line, g_op, what);
   std::abort();
 }
-#define CHECK(cond)                     \
-  do {                                  \
-    if (!(cond)) Fail(__LINE__, #cond); \
-  } while (0)
 
 constexpr int kNodes = 48;
 constexpr size_t kMaxKey = 6;

@@ -26,13 +26,9 @@ std::string g_format;  // printed when a check fails
 
 [[noreturn]] void Fail(int line, const char* what) {
   std::fprintf(stderr, "WriteLine_fuzz: check failed at line %d: %s\n  format \"%s\"\n", line, what,
-               fm::Escaped(g_format).c_str());
+               Escaped(g_format).c_str());
   std::abort();
 }
-#define CHECK(cond)                     \
-  do {                                  \
-    if (!(cond)) Fail(__LINE__, #cond); \
-  } while (0)
 
 fm::Place& ThePlace() {
   static fm::Place place;
@@ -96,8 +92,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } else {
     CHECK(result == want.code);
     if (written != want.out) {
-      std::fprintf(stderr, "written \"%s\"\nwanted  \"%s\"\n", fm::Escaped(written).c_str(),
-                   fm::Escaped(want.out).c_str());
+      std::fprintf(stderr, "written \"%s\"\nwanted  \"%s\"\n", Escaped(written).c_str(),
+                   Escaped(want.out).c_str());
     }
     CHECK(written == want.out);
   }
