@@ -59,7 +59,8 @@ class CaptureStream {
     std::fflush(stream_);
     fd_ = fileno(stream_);
     saved_ = dup(fd_);
-    std::string pattern = (std::filesystem::temp_directory_path() / "vq0300-capture-XXXXXX").string();
+    std::string pattern =
+        (std::filesystem::temp_directory_path() / "vq0300-capture-XXXXXX").string();
     int tmp = mkstemp(pattern.data());
     if (tmp < 0 || saved_ < 0) std::abort();
     path_ = pattern;
