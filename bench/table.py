@@ -49,7 +49,8 @@ def rate(result):
 def show(value, unit):
     for scale, prefix in ((1e9, "G"), (1e6, "M"), (1e3, "k")):
         if value >= scale:
-            return f"{value / scale:.1f} {prefix}{unit}"
+            joint = "" if unit == "B/s" else " "  # "MB/s", but "M items/s"
+            return f"{value / scale:.1f} {prefix}{joint}{unit}"
     return f"{value:.1f} {unit}"
 
 
