@@ -1,8 +1,11 @@
+// LFile: states, the stored code and its texts, reading and writing, and the
+// format scan of WriteLine.
 #include <vq0300/LFile.h>
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <string>
 
@@ -14,8 +17,6 @@ using testsupport::WriteFile;
 
 namespace {
 
-std::string Text(char const* s) { return s != nullptr ? s : "(null)"; }
-
 // Stores any code, as a derived class using the hook below -100 would.
 class CodedFile : public LFile {
  public:
@@ -23,205 +24,213 @@ class CodedFile : public LFile {
   char const* OnGetErrorMessage() override { return "derived text"; }
 };
 
+// "Empty", "Named" or "Open", the flags read, write, binary, append, and the
+// stored code, as "Open +-+- 0".
+std::string State(LFile& f) {
+  std::string out = f.IsOpen() ? "Open " : f.GetFilename() != nullptr ? "Named " : "Empty ";
+  for (bool flag : {f.IsRead(), f.IsWrite(), f.IsBinary(), f.IsAppend()}) out += flag ? '+' : '-';
+  return out + " " + std::to_string(f.GetErrorCode());
+}
+
+// A call's result and the state it leaves, as "0 Open +--- 0".
+std::string After(int result, LFile& f) { return std::to_string(result) + " " + State(f); }
+
+// One WriteLine on a fresh file: "result:bytes written".
+template <typename... Args>
+std::string Write(char const* format, Args... args) {
+  TempDir dir;
+  LFile file((dir / "out").c_str(), "w");
+  const int result = file.WriteLine(format, args...);
+  file.Close();
+  return std::to_string(result) + ":" + ReadFile(dir / "out");
+}
+
+// What the platform's snprintf makes of a format with correctly typed arguments.
+template <typename... Args>
+std::string Printf(char const* format, Args... args) {
+  char buffer[256];
+  std::snprintf(buffer, sizeof buffer, format, args...);
+  return std::string("0:") + buffer;
+}
+
 }  // namespace
 
 TEST(LFile, EveryCodeHasItsText) {
   CodedFile file;
-  EXPECT_STREQ(file.GetErrorMessage(), "No Error!");
   EXPECT_EQ(file.LFile::OnGetErrorMessage(), nullptr);
-  const std::pair<int, const char*> rows[] = {
-      {-1, "LFile conflict : Unable to open file."},
-      {-2, "Unsupported print format."},
-      {-3, "File not opened."},
-      {-4, "File not readable."},
-      {-5, "File not writable."},
-      {-6, "End Of File Reached."},
-      {-7, "Invalid Filename."},
-      {-8, "Unknown error."},
-      {-100, "Unknown error."},
-      {-101, "derived text"},
-      {EACCES, std::strerror(EACCES)}};  // positive with no stream: strerror all the same
-  for (const auto& [code, text] : rows) {
+  std::string texts;
+  for (int code : {0, -1, -2, -3, -4, -5, -6, -7, -8, -100, -101, EACCES}) {
     file.Store(code);
-    EXPECT_EQ(Text(file.GetErrorMessage()), text) << code;
+    texts += file.GetErrorMessage() + std::string("|");
   }
+  EXPECT_EQ(texts,
+            "No Error!|LFile conflict : Unable to open file.|Unsupported print format.|"
+            "File not opened.|File not readable.|File not writable.|End Of File Reached.|"
+            "Invalid Filename.|Unknown error.|Unknown error.|derived text|" +
+                std::string(std::strerror(EACCES)) + "|");  // positive: strerror, no stream
 }
 
-TEST(LFile, ConstructionAndCloseMoveBetweenStates) {
+TEST(LFile, StatesAndTheStoredCodeThatStopsOpen) {
   TempDir dir;
-  const std::string missing = dir / "missing";
-  LFile named(missing.c_str(), "r");
-  EXPECT_EQ(named.GetErrorCode(), ENOENT);
-  EXPECT_EQ(Text(named.GetFilename()), missing);
-  EXPECT_FALSE(named.IsOpen() || named.IsRead());
-  EXPECT_EQ(named.Close(), 0);  // releases the name, keeps the code
-  EXPECT_EQ(named.GetFilename(), nullptr);
-  EXPECT_EQ(named.GetErrorCode(), ENOENT);
-
+  const std::string path = dir / "f", enoent = std::to_string(ENOENT);
+  LFile file((dir / "missing").c_str(), "r");
+  EXPECT_EQ(State(file), "Named ---- " + enoent);
+  // The code outlives Close, and a good Open does not touch it either.
+  EXPECT_EQ(After(file.Close(), file), "0 Empty ---- " + enoent);
+  WriteFile(path, "1");
+  EXPECT_EQ(After(file.Open(path.c_str(), "r", true), file), "0 Open +--- " + enoent);
+  EXPECT_EQ(file.ValidRead(), ENOENT);  // which tests nothing but the code
+  unsigned char byte = 0;
+  for (int expected : {0, 0, LFILE_ERR_EOF}) EXPECT_EQ(file.Read(1, &byte), expected);
+  // The old file is closed, the new one not opened.
+  EXPECT_EQ(After(file.Open(path.c_str(), "w", true), file), "-6 Empty ---- -6");
+  // With no stream held the code is not looked at; Rewind clears it.
+  EXPECT_EQ(file.Open(path.c_str(), "r", true), 0);
+  EXPECT_EQ(After(file.Rewind(), file), "0 Open +--- 0");
+  EXPECT_EQ(file.Open(path.c_str(), "w", true), 0);
+  EXPECT_EQ(After(file.Close(), file), "0 Empty -+-- 0");  // the flags outlive Close
   LFile nameless(nullptr, "r");
-  EXPECT_EQ(nameless.GetErrorCode(), LFILE_ERR_FILENAME);
-  EXPECT_EQ(nameless.GetFilename(), nullptr);
-
-  LFile open((dir / "f").c_str(), "w");
-  EXPECT_EQ(open.Close(), 0);
-  EXPECT_TRUE(open.IsWrite() && !open.IsOpen());  // the flags outlive Close
+  EXPECT_EQ(State(nameless), "Empty ---- -7");
 }
 
 TEST(LFile, ModeLettersGiveFlags) {
   TempDir dir;
   const std::string path = dir / "f";
-  WriteFile(path, "x");
-  // Read, write, binary, append.
-  const std::pair<const char*, std::string> rows[] = {
-      {"r", "1000"},  {"rb", "1010"}, {"wt", "0100"}, {"at", "0101"},  {"wb", "0110"},
-      {"ab", "0111"}, {"r+", "1100"}, {"a+", "1101"}, {"rb+", "1110"}, {"w+b", "1110"}};
   LFile file;
-  for (const auto& [mode, flags] : rows) {
-    ASSERT_EQ(file.Open(path.c_str(), mode, true), 0) << mode;
-    std::string got;
-    for (bool flag : {file.IsRead(), file.IsWrite(), file.IsBinary(), file.IsAppend()}) {
-      got += flag ? '1' : '0';
-    }
-    EXPECT_EQ(got, flags) << mode;
+  for (const auto& [mode, state] : {std::pair{"wt", "0 Open -+-- 0"},
+                                    {"r", "0 Open +--- 0"},
+                                    {"a+b", "0 Open ++++ 0"},
+                                    {"rb+", "0 Open +++- 0"}}) {
+    EXPECT_EQ(After(file.Open(path.c_str(), mode, true), file), state) << mode;
   }
   EXPECT_EQ(file.Open(file.GetFilename(), "r", true), 0);  // its own name is copied first
-  EXPECT_EQ(Text(file.GetFilename()), path);
-}
-
-TEST(LFile, RefusedOpenWipesTheFlagsOfTheOpenStream) {
-  TempDir dir;
-  const std::string path = dir / "f";
-  WriteFile(path, "abc");
-  LFile file(path.c_str(), "r+");
-  EXPECT_EQ(file.Open(path.c_str(), "r", false), LFILE_ERR_CONFLICT);
-  EXPECT_TRUE(file.IsOpen());
+  EXPECT_STREQ(file.GetFilename(), path.c_str());
+  // A refused Open wipes the flags of the stream it leaves open.
+  EXPECT_EQ(After(file.Open(path.c_str(), "r+", false), file), "-1 Open ---- -1");
+  EXPECT_EQ(file.Open(nullptr, "r", true), LFILE_ERR_FILENAME);
   unsigned char byte = 0;
   EXPECT_EQ(file.Read(1, &byte), LFILE_ERR_NOT_READABLE);
   EXPECT_EQ(file.WriteChar('x'), LFILE_ERR_NOT_WRITABLE);
-  EXPECT_EQ(file.Open(nullptr, "r", true), LFILE_ERR_FILENAME);
-  EXPECT_EQ(Text(file.GetFilename()), path);
+  EXPECT_STREQ(file.GetFilename(), path.c_str());
 }
 
-TEST(LFile, StoredCodeOutlivesCloseAndStopsOpen) {
+TEST(LFile, ReadingToTheEnd) {
   TempDir dir;
-  const std::string first = dir / "first", second = dir / "second";
-  WriteFile(first, "1");
-  WriteFile(second, "2");
-  LFile file(first.c_str(), "r");
-  unsigned char byte = 0;
-  EXPECT_EQ(file.Read(1, &byte), 0);  // reaches exactly the last byte
-  EXPECT_EQ(file.Read(1, &byte), 0);  // hits the end, nothing transferred
-  EXPECT_EQ(file.Read(1, &byte), LFILE_ERR_EOF);
-  EXPECT_EQ(file.Open(second.c_str(), "r", true), LFILE_ERR_EOF);
-  EXPECT_FALSE(file.IsOpen());  // the old file closed, the new one not opened
-  EXPECT_EQ(file.GetFilename(), nullptr);
-
-  EXPECT_EQ(file.Open((dir / "missing").c_str(), "r", true), ENOENT);
-  EXPECT_EQ(file.Open(first.c_str(), "r", true), 0);
-  EXPECT_EQ(file.GetErrorCode(), ENOENT);  // kept by the good Open
-  EXPECT_EQ(file.ValidRead(), ENOENT);     // tests nothing but the code
-  EXPECT_EQ(file.Read(1, &byte), 0);       // clears it first
-  EXPECT_EQ(file.Read(1, &byte), 0);
-  EXPECT_EQ(file.Read(1, &byte), LFILE_ERR_EOF);
-  EXPECT_EQ(file.Rewind(), 0);  // clears the end and the code
-  EXPECT_EQ(file.Open(second.c_str(), "r", true), 0);
-}
-
-TEST(LFile, ReadCharAndReadLineAtTheEnd) {
-  TempDir dir;
-  WriteFile(dir / "ended", "one\n");
-  WriteFile(dir / "open", "abcdef");
-  WriteFile(dir / "long", std::string(7000, 'x') + "\n");
-  LFile ended((dir / "ended").c_str(), "r");
+  const std::string path = dir / "f";
+  WriteFile(path, "abcdef\n");
+  LFile lines(path.c_str(), "r");
   char buffer[8] = "";
-  EXPECT_EQ(ended.ReadLine(sizeof buffer, buffer), 0);
-  EXPECT_STREQ(buffer, "one\n");
-  EXPECT_EQ(ended.ReadLine(sizeof buffer, buffer), 0);  // nothing left, buffer kept
-  EXPECT_STREQ(buffer, "one\n");
-  EXPECT_EQ(ended.ReadLine(sizeof buffer, buffer), LFILE_ERR_EOF);
-
-  LFile open((dir / "open").c_str(), "r");
   LCString text;
-  EXPECT_EQ(open.ReadLine(4, buffer), 0);
-  EXPECT_STREQ(buffer, "abc");
-  EXPECT_EQ(open.ReadLine(text), 0);
-  EXPECT_STREQ(text.c_str(), "def");
-  EXPECT_EQ(open.ReadLine(text), LFILE_ERR_EOF);  // no line end: the end at once
-
-  LFile longer((dir / "long").c_str(), "r");
-  for (int length : {5998, 1003, 1003}) {  // the third call delivers nothing
-    EXPECT_EQ(longer.ReadLine(text), 0);
-    EXPECT_EQ(text.GetLength(), length);
-  }
-  EXPECT_EQ(longer.ReadLine(text), LFILE_ERR_EOF);
-
+  EXPECT_TRUE(lines.ReadLine(4, buffer) == 0 && lines.ReadLine(text) == 0);
+  EXPECT_EQ(lines.ReadLine(sizeof buffer, buffer), 0);  // nothing left, buffer kept
+  EXPECT_EQ(lines.ReadLine(text), LFILE_ERR_EOF);
+  EXPECT_EQ(buffer + std::string("|") + text.c_str(), "abc|def\n");
+  // ReadChar stores 0xFF at the end, then gives -1 where Read and ReadLine give -6.
   char c = 0;
-  LFile chars((dir / "open").c_str(), "rb");
-  for (char expected : std::string("abcdef\xFF")) {  // the call that hits the end stores 0xFF
-    EXPECT_EQ(chars.ReadChar(c), 0);
-    EXPECT_EQ(c, expected);
-  }
-  EXPECT_EQ(chars.ReadChar(c), -1);  // where Read and ReadLine give -6
-  EXPECT_EQ(chars.GetErrorCode(), 0);
+  std::string chars;
+  LFile bytes(path.c_str(), "rb");
+  int result = 0;
+  while ((result = bytes.ReadChar(c)) == 0) chars += c;
+  EXPECT_EQ(chars + " " + After(result, bytes), "abcdef\n\xFF -1 Open +-+- 0");
+  EXPECT_TRUE(bytes.Rewind() == 0 && bytes.ReadChar(c) == 0 && c == 'a');
   EXPECT_EQ(LFile().ReadChar(c), LFILE_ERR_NOT_OPEN);
-  EXPECT_EQ(LFile().Rewind(), LFILE_ERR_NOT_OPEN);
-  EXPECT_EQ(LFile((dir / "w").c_str(), "w").ReadChar(c), LFILE_ERR_NOT_READABLE);
+  // A longer line than ReadLine(LCString&) takes arrives over several calls.
+  WriteFile(path, std::string(7000, 'x') + "\n");
+  LFile longer(path.c_str(), "r");
+  std::string lengths;
+  while (longer.ReadLine(text) == 0) lengths += std::to_string(text.GetLength()) + " ";
+  EXPECT_EQ(lengths, "5998 1003 1003 ");  // the third call delivers nothing
 }
 
 TEST(LFile, WritesReachTheFile) {
   TempDir dir;
   const std::string path = dir / "f";
-  {
-    LFile file(path.c_str(), "wb");
-    const unsigned char bytes[] = {'a', 0, 'b'};
-    EXPECT_EQ(file.WriteChar('<'), 0);
-    EXPECT_EQ(file.Write(3, bytes), 0);
-    EXPECT_EQ(file.Write(2, LCString("xyz")), 0);
-    EXPECT_EQ(file.Write(2, LCString(3)), 0);      // NUL text, counted all the same
-    EXPECT_EQ(file.Write(100, LCString("q")), 0);  // cut to "q" and its NUL
-  }
+  LFile file(path.c_str(), "wb");
+  const unsigned char bytes[] = {'a', 0, 'b'};
+  EXPECT_TRUE(file.WriteChar('<') == 0 && file.Write(3, bytes) == 0);
+  // An LCString gives count bytes of its buffer, NUL bytes included, but no
+  // more than the buffer holds with its terminator.
+  EXPECT_TRUE(file.Write(2, LCString("xyz")) == 0 && file.Write(2, LCString(3)) == 0 &&
+              file.Write(100, LCString("q")) == 0);
+  EXPECT_EQ(file.Close(), 0);
   EXPECT_EQ(ReadFile(path), std::string("<a\0bxy\0\0q\0", 10));
-  LFile readOnly(path.c_str(), "r");
-  EXPECT_EQ(readOnly.Write(1, LCString("x")), LFILE_ERR_NOT_WRITABLE);
+  EXPECT_EQ(LFile(path.c_str(), "r").Write(1, LCString("x")), LFILE_ERR_NOT_WRITABLE);
 }
 
 TEST(LFile, StreamErrorsAreStoredAsFerror) {
   TempDir dir;
   const std::string path = dir / "f";
   WriteFile(path, "abc");
-  // fopen reads the first letter only: "rw" opens read-only, "wr" write-only.
-  LFile readOnly(path.c_str(), "rw");
-  const int code = readOnly.WriteChar('x');
-  EXPECT_GT(code, 0);
-  EXPECT_EQ(Text(readOnly.GetErrorMessage()), std::strerror(code));
-  LFile writeOnly(path.c_str(), "wr");
+  // fopen reads the first letter only: "rw" opens read-only, "wr" write-only,
+  // while the object takes both as readable and writable.
   unsigned char byte = 0;
-  EXPECT_GT(writeOnly.Read(1, &byte), 0);
-  LFile directory(dir.path().c_str(), "r");
   LCString text;
-  EXPECT_GT(directory.ReadLine(text), 0);
+  EXPECT_GT(LFile(path.c_str(), "rw").WriteChar('x'), 0);
+  EXPECT_GT(LFile(path.c_str(), "wr").Read(1, &byte), 0);
+  EXPECT_GT(LFile(dir.path().c_str(), "r").ReadLine(text), 0);  // a directory
+  // WriteLine tests every piece and value but the last piece.
+  LFile file(path.c_str(), "rw");
+  EXPECT_EQ(file.WriteLine("text only"), 0);
+  EXPECT_EQ(file.WriteLine("x%d", 1), 1);  // the indicator stands: the first piece fails
+  EXPECT_EQ(LFile(path.c_str(), "rw").WriteLine("%d", 1), 1);  // the value fails
 }
 
 TEST(LFile, FailedCloseDropsTheStreamOnce) {
   LFile file("/dev/full", "w");
+  const std::string enospc = std::to_string(ENOSPC);
   EXPECT_EQ(file.WriteChar('x'), 0);  // buffered: the flush in fclose fails
-  EXPECT_EQ(file.Close(), ENOSPC);
-  EXPECT_FALSE(file.IsOpen());
-  EXPECT_STREQ(file.GetFilename(), "/dev/full");
-  EXPECT_EQ(file.Close(), 0);  // no stream left to close
-  EXPECT_EQ(file.GetFilename(), nullptr);
+  EXPECT_EQ(After(file.Close(), file), enospc + " Named -+-- " + enospc);
+  EXPECT_EQ(After(file.Close(), file), "0 Empty -+-- " + enospc);  // no stream left to close
 }
 
 TEST(LFile, ProbesOfTheFileSystem) {
   TempDir dir;
   const std::string probe = dir / "40.88.26.60.71";
-  EXPECT_EQ(LFile::exists(nullptr), 0);
-  EXPECT_EQ(LFile::exists(probe.c_str()), 0);
   WriteFile(probe, "old");
   EXPECT_EQ(LFile::exists(probe.c_str()), 1);
   EXPECT_EQ(LFile::IsDirectoryWritable((dir.path() + "/").c_str()), 1);
   EXPECT_EQ(LFile::exists(probe.c_str()), 0);  // truncated and removed
   EXPECT_EQ(LFile::IsDirectoryWritable((dir / "none").c_str()), 0);
-  EXPECT_EQ(LFile::exists((dir / "none").c_str()), 0);
-  EXPECT_EQ(LFile::IsDirectoryWritable(nullptr), 0);
+  EXPECT_EQ(LFile::exists(nullptr) + LFile::IsDirectoryWritable(nullptr), 0);
+}
+
+TEST(WriteLine, PiecesAndConversions) {
+  EXPECT_EQ(Write("%d items\n", 3), "0:3 items\n");
+  EXPECT_EQ(Write("a=%5.2f b=%s\n", 1.5, "x"), "0:a= 1.50 b=x\n");
+  EXPECT_EQ(Write("%s", "100%d"), "0:100%d");  // the text is data, never a format
+  EXPECT_EQ(Write("%s", static_cast<char const*>(nullptr)), "0:(null)");
+  EXPECT_EQ(Write("[%-8d|%08.3f|%.3s|%X|%#x|%+e]", 42, 3.14159, "abcdef", 255, 255, 1.5),
+            Printf("[%-8d|%08.3f|%.3s|%X|%#x|%+e]", 42, 3.14159, "abcdef", 255, 255, 1.5));
+  // A conversion runs to the first letter of "dfxXes", which alone takes the argument.
+  EXPECT_EQ(Write("50%% done\n", 7), "0:50% done\n");  // "%% d" shows no argument
+  EXPECT_EQ(Write("%c done\n", 'A'), "0:A done\n");    // "%c d" with an int
+  EXPECT_EQ(Write("%g e|%% %d", 2.5, 5), "0:2.5 e|% 5");
+  EXPECT_EQ(Write("%u\n", 1), "-2:");
+  EXPECT_EQ(Write("%d and %q", 7), "-2:7");  // " and " is not written
+  EXPECT_EQ(Write("abc%"), "-2:");
+  // The int is a 32-bit pattern; l ll j z t widen it unsigned.
+  EXPECT_EQ(Write("%ld %lld %jd %zd %tx", -1, -1, -1, -1, -1),
+            "0:4294967295 4294967295 4294967295 4294967295 ffffffff");
+  EXPECT_EQ(Write("%d %x %hd %hhx %.2lf", -1, -1, 65537, 511, 2.5),
+            Printf("%d %x %hd %hhx %.2f", -1, -1, 65537, 511, 2.5));
+}
+
+TEST(WriteLine, UnsafeConversionsFailBeforeTheirText) {
+  for (const char* format : {"ab%*d", "ab%.*d", "ab%nd", "ab%p s", "ab%Lf", "ab%ls", "ab%lc d",
+                             "ab%.2c d", "ab%#d", "ab%0s", "ab%1$d", "ab%c %d", "ab%c e", "ab%i s",
+                             "ab%5%d", "ab%2147483648d", "ab%'d", "ab%hhf"}) {
+    EXPECT_EQ(Write(format, 1), "-2:") << format;
+  }
+  EXPECT_EQ(Write(("%" + std::string(251, '0') + "1d").c_str(), 7), "0:7");  // 254 characters
+  EXPECT_EQ(Write(("%" + std::string(252, '0') + "1d").c_str(), 7), "-2:");
+  EXPECT_EQ(Write(static_cast<char const*>(nullptr)), "-2:");
+}
+
+TEST(WriteLine, ReadinessComesBeforeTheFormat) {
+  TempDir dir;
+  EXPECT_EQ(LFile().WriteLine("%u"), LFILE_ERR_NOT_OPEN);
+  LFile file((dir / "f").c_str(), "w");
+  EXPECT_EQ(file.WriteLine("%u"), LFILE_ERR_FORMAT);
+  EXPECT_EQ(file.WriteLine("fine"), 0);  // the old code does not block
+  EXPECT_EQ(LFile((dir / "f").c_str(), "r").WriteLine("%u"), LFILE_ERR_NOT_WRITABLE);
 }

@@ -28,90 +28,66 @@ struct Console {
 
 TEST(LMsgOutput, PrintFollowsTheConsoleBits) {
   LMsgOutput channel;
-  const std::pair<unsigned short, std::string> rows[] = {
-      {0, "|"}, {1, "50% %d %\n|"}, {2, "|50% %d %\n"}, {3, "|50% %d %\n"}, {12, "|"}};
-  for (const auto& [options, expected] : rows) {
+  std::string seen;
+  for (unsigned short options : {0, 1, 2, 3, 12}) {
     channel.SetOutputOptions(options);
     Console console;
     channel.Print("50%% %d %\n");  // no argument is looked for
     channel.Print(nullptr);
-    EXPECT_EQ(console.Release(), expected) << options;
+    seen += console.Release() + ";";
   }
+  // Standard error wins when both console bits are set.
+  EXPECT_EQ(seen, "|;50% %d %\n|;|50% %d %\n;|50% %d %\n;|;");
 }
 
-TEST(LMsgOutput, PrintLogReportsThroughPrint) {
-  TempDir dir;
-  const std::string path = dir / "log";
-  LMsgOutput channel;
-  EXPECT_EQ(channel.PrintLog("off"), 0);  // log bit clear: no log needed
-  channel.SetOutputOptions(kOutAndLog);
-  Console console;
-  EXPECT_EQ(channel.PrintLog("x"), -1);
-  EXPECT_EQ(channel.InitLogFile((dir / "none/log").c_str(), true), ENOENT);
-  EXPECT_EQ(channel.PrintLog("x"), -1);
-  ASSERT_EQ(channel.InitLogFile(path.c_str(), true), 0);
-  EXPECT_EQ(channel.PrintLog("50%% done\n"), 0);
-  EXPECT_EQ(channel.PrintLog("%d"), -1);    // would need an argument
-  EXPECT_EQ(channel.PrintLog("100%"), -1);  // as WriteLine("100%") does
-  channel.SetOutputOptions(LMSG_OUTPUT_LOG);
-  EXPECT_EQ(channel.PrintLog("%s"), -1);  // shows in the result alone
-  EXPECT_EQ(console.Release(),
-            "Log File not initialized!\n"
-            "Error Writing to Log File:\n\t\tFile not opened." +
-                kFormatReport + kFormatReport + "|");
-  EXPECT_EQ(channel.InitLogFile(nullptr, true), LFILE_ERR_FILENAME);
-  EXPECT_EQ(ReadFile(path), "50% done\n");  // the first log was closed
-}
-
-TEST(LMsgOutput, InitLogFileStartsAfreshOrAppends) {
+TEST(LMsgOutput, LogFileAndPrintLogReports) {
   TempDir dir;
   const std::string path = dir / "log";
   testsupport::WriteFile(path, "old\n");
   LMsgOutput channel;
-  ASSERT_EQ(channel.InitLogFile(path.c_str(), false), 0);
+  EXPECT_EQ(channel.PrintLog("off"), 0);  // log bit clear: no log needed
+  channel.SetOutputOptions(kOutAndLog);
   Console console;
-  EXPECT_EQ(channel.Output(LMSG_OUTPUT_STDERR, "not logged\n"), 0);  // no log bit yet
-  EXPECT_EQ(channel.Output(LMSG_OUTPUT_LOG, "added %d\n", 1), 0);
-  EXPECT_EQ(console.Release(), "|not logged\n");
+  EXPECT_EQ(channel.PrintLog("x"), -1);                    // no log file
+  ASSERT_EQ(channel.InitLogFile(path.c_str(), false), 0);  // appends
+  EXPECT_EQ(channel.PrintLog("50%% done\n"), 0);
+  EXPECT_EQ(channel.PrintLog("%d"), -1);  // would need an argument
   EXPECT_EQ(channel.InitLogFile((dir / "none/log").c_str(), true), ENOENT);
-  EXPECT_EQ(ReadFile(path), "old\nadded 1\n");  // closed although the new one failed
-  ASSERT_EQ(channel.InitLogFile(path.c_str(), true), 0);
-  EXPECT_EQ(ReadFile(path), "");
+  EXPECT_EQ(ReadFile(path), "old\n50% done\n");  // closed although the new one failed
+  EXPECT_EQ(channel.PrintLog("x"), -1);          // not opened
+  channel.SetOutputOptions(LMSG_OUTPUT_LOG);
+  EXPECT_EQ(channel.PrintLog("%s"), -1);  // reported nowhere: in the result alone
+  EXPECT_EQ(console.Release(), "Log File not initialized!\n" + kFormatReport +
+                                   "Error Writing to Log File:\n\t\tFile not opened.|");
+  EXPECT_EQ(channel.InitLogFile(path.c_str(), true), 0);
+  EXPECT_EQ(ReadFile(path), "");  // fresh
+  EXPECT_EQ(channel.InitLogFile(nullptr, true), LFILE_ERR_FILENAME);
 }
 
-TEST(LMsgOutput, OutputSendsTheSameTextToConsoleAndLog) {
-  TempDir dir;
-  const std::string expected = "3 items, ab|ab|    7|0x1f|2.50e+00\n(null)";
-  Console console;
-  {
-    LMsgOutput channel;
-    ASSERT_EQ(channel.InitLogFile((dir / "log").c_str(), true), 0);
-    EXPECT_EQ(
-        channel.Output(kOutAndLog, "%d items, %s|%5s|%5d|%#x|%.2e\n", 3, "ab", "ab", 7, 31, 2.5),
-        0);
-    EXPECT_EQ(channel.Output("%s", static_cast<char const*>(nullptr)), 0);  // options stay
-  }
-  EXPECT_EQ(console.Release(), expected + "|");
-  EXPECT_EQ(ReadFile(dir / "log"), expected);
-}
-
-TEST(LMsgOutput, OutputStopsAtTheFirstFailure) {
+TEST(LMsgOutput, OutputSendsEachPieceToConsoleAndLogUntilAFailure) {
   TempDir dir;
   LMsgOutput channel;
-  EXPECT_EQ(channel.Output("%d", 1), 0);  // options 0: scanned, not written
-  EXPECT_EQ(channel.Output("%u", 1), -1);
   Console console;
-  EXPECT_EQ(channel.Output(LMSG_OUTPUT_STDOUT, "a%d and %q", 7), -1);
-  EXPECT_EQ(channel.Output("b%c %d", 7, 8), -1);  // unsupported: its piece is held back
-  EXPECT_EQ(channel.Output("c%255d|", 1), 0);
-  EXPECT_EQ(channel.Output("d%256d|", 1), -1);  // does not fit the value buffer
-  channel.SetOutputOptions(kOutAndLog);
-  EXPECT_EQ(channel.Output("e%d", 1), -2);  // no log: the first piece fails
   ASSERT_EQ(channel.InitLogFile((dir / "log").c_str(), true), 0);
+  // Options 0 (InitLogFile sets none): scanned all the same, nothing written.
+  EXPECT_EQ(channel.Output("%d", 1), 0);
+  EXPECT_EQ(channel.Output("%u", 1), -1);
+  const std::string same = "3 items, ab|ab|    7|0x1f|2.50e+00\n(null)";
+  EXPECT_EQ(
+      channel.Output(kOutAndLog, "%d items, %s|%5s|%5d|%#x|%.2e\n", 3, "ab", "ab", 7, 31, 2.5), 0);
+  EXPECT_EQ(channel.Output("%s", static_cast<char const*>(nullptr)), 0);  // the options stay
+  // The first failure ends the call; an unsupported conversion holds back
+  // the piece ahead of it, a value over 255 characters is not written.
+  EXPECT_EQ(channel.Output("a%d and %q", 7), -1);
+  EXPECT_EQ(channel.Output("b%c %d", 7, 8), -1);
+  EXPECT_EQ(channel.Output("c%255d|", 1), 0);
+  EXPECT_EQ(channel.Output("d%256d|", 1), -1);
   // "%% d" leaves "% d" in the value buffer: Print writes it, PrintLog refuses it.
   EXPECT_EQ(channel.Output("50%% done", 1), -2);
   channel.SetOutputOptions(LMSG_OUTPUT_LOG);
-  EXPECT_EQ(channel.Output("%s", "%d"), -2);  // shows in the result alone
-  EXPECT_EQ(console.Release(), "a7c" + std::string(254, ' ') + "1|d" +
-                                   "eLog File not initialized!\n50% d" + kFormatReport + "|");
+  EXPECT_EQ(channel.Output("%s", "%d"), -2);                          // shows in the result alone
+  EXPECT_EQ(channel.InitLogFile(nullptr, true), LFILE_ERR_FILENAME);  // closes the log
+  const std::string written = same + "a7c" + std::string(254, ' ') + "1|d50";
+  EXPECT_EQ(console.Release(), written + "% d" + kFormatReport + "|");
+  EXPECT_EQ(ReadFile(dir / "log"), written);
 }
