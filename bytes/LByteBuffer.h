@@ -25,7 +25,7 @@
 #ifndef VQ0300_LBYTEBUFFER_H
 #define VQ0300_LBYTEBUFFER_H
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LByteBuffer {
  public:

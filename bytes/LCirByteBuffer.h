@@ -12,7 +12,7 @@
 #ifndef VQ0300_LCIRBYTEBUFFER_H
 #define VQ0300_LCIRBYTEBUFFER_H
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LCirByteBuffer {
  public:

@@ -17,7 +17,7 @@
 #ifndef VQ0300_JTAGSHIFTBITSTREAM_H
 #define VQ0300_JTAGSHIFTBITSTREAM_H
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API jtagShiftBitStream {
  public:

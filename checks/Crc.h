@@ -28,7 +28,7 @@
 
 #include <cstdint>
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 // The running CCITT register; 0 when the library loads, so init_crc_ccitt
 // must come first.

@@ -7,7 +7,7 @@
 #ifndef VQ0300_HEXCONVERSION_H
 #define VQ0300_HEXCONVERSION_H
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 // The upper-case hexadecimal character of value. Above 15 the result is the
 // byte 0, not the character '0'.

@@ -16,7 +16,7 @@
 
 #include <cstdint>
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LRNG {
  public:

@@ -2,8 +2,8 @@
 #ifndef VQ0300_TIMETEXT_H
 #define VQ0300_TIMETEXT_H
 
-#include "LCString.h"
-#include "vq0300_export.h"
+#include "vq0300/LCString.h"
+#include "vq0300/vq0300_export.h"
 
 // Replaces timeText with the current local time in the layout of asctime
 // without its line end, followed by two blanks: 26 characters, e.g.

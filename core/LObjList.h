@@ -13,8 +13,8 @@
 
 #include <vector>
 
-#include "LObject.h"
-#include "vq0300_export.h"
+#include "vq0300/LObject.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LObjList : public LObject {
  public:

@@ -6,7 +6,7 @@
 #ifndef VQ0300_LOBJECT_H
 #define VQ0300_LOBJECT_H
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LObject {
  public:

@@ -11,9 +11,9 @@
 #ifndef VQ0300_LTREE_H
 #define VQ0300_LTREE_H
 
-#include "LObjList.h"
-#include "LObject.h"
-#include "vq0300_export.h"
+#include "vq0300/LObjList.h"
+#include "vq0300/LObject.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LTree : public LObject {
  public:

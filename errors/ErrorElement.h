@@ -8,8 +8,8 @@
 
 #include <cstdint>
 
-#include "LObject.h"
-#include "vq0300_export.h"
+#include "vq0300/LObject.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API ErrorElement : public LObject {
  public:

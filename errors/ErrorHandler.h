@@ -15,10 +15,10 @@
 #ifndef VQ0300_ERRORHANDLER_H
 #define VQ0300_ERRORHANDLER_H
 
-#include "ErrorElement.h"
-#include "LObjList.h"
-#include "LObject.h"
-#include "vq0300_export.h"
+#include "vq0300/ErrorElement.h"
+#include "vq0300/LObjList.h"
+#include "vq0300/LObject.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API ErrorHandler : public LObject {
  public:

@@ -33,8 +33,8 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "LCString.h"
-#include "vq0300_export.h"
+#include "vq0300/LCString.h"
+#include "vq0300/vq0300_export.h"
 
 // Flags of m_byMode, raised by Open from the letters of the mode text.
 constexpr std::uint8_t LFILE_MODE_BINARY = 1;

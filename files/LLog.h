@@ -15,8 +15,8 @@
 
 #include <string>
 
-#include "LObject.h"
-#include "vq0300_export.h"
+#include "vq0300/LObject.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LLog : public LObject {
  public:

@@ -17,8 +17,8 @@
 #ifndef VQ0300_LMSGOUTPUT_H
 #define VQ0300_LMSGOUTPUT_H
 
-#include "LFile.h"
-#include "vq0300_export.h"
+#include "vq0300/LFile.h"
+#include "vq0300/vq0300_export.h"
 
 // Option bits. With both console bits set the text goes to standard error
 // alone. Other bits are stored and mean nothing.

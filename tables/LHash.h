@@ -14,8 +14,8 @@
 
 #include <vector>
 
-#include "LHashElement.h"
-#include "vq0300_export.h"
+#include "vq0300/LHashElement.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LHash {
  public:

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LHashElement {
  public:

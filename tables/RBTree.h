@@ -22,7 +22,7 @@
 
 #include <cstdio>
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 struct RBTreeNode {
   // Not read or written by any operation; it keeps the node's layout.

@@ -7,7 +7,7 @@
 #ifndef VQ0300_BOUNDEDCOPY_H
 #define VQ0300_BOUNDEDCOPY_H
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 // Copies src into dst. count is the number of characters wanted (0 or less:
 // all of src); limit caps a positive count (0 or less: no cap). With n the

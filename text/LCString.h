@@ -30,7 +30,7 @@
 
 #include <string>
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LCString {
  public:

@@ -11,8 +11,8 @@
 #ifndef VQ0300_LSTRING_H
 #define VQ0300_LSTRING_H
 
-#include "LObject.h"
-#include "vq0300_export.h"
+#include "vq0300/LObject.h"
+#include "vq0300/vq0300_export.h"
 
 class VQ0300_API LString : public LObject {
  public:

@@ -11,7 +11,7 @@
 
 #include <string>
 
-#include "vq0300_export.h"
+#include "vq0300/vq0300_export.h"
 
 // Lower-cases s up to its terminator, in place, and returns s; null gives null.
 VQ0300_API char* strlwr(char* s);
