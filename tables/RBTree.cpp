@@ -56,6 +56,16 @@ constexpr Side kRight = &RBTreeNode::right;
 
 Side Opposite(Side side) { return side == kLeft ? kRight : kLeft; }
 
+// The side of parent that child hangs on, and the other one.
+struct Sides {
+  Side near;
+  Side far;
+};
+
+Sides SidesOf(const RBTreeNode* parent, const RBTreeNode* child) {
+  return parent->left == child ? Sides{kLeft, kRight} : Sides{kRight, kLeft};
+}
+
 // The rotation proper, for a node that has the child that moves up: the child
 // on the far side of `toward` takes node's place and node becomes its child
 // on the `toward` side, so Rotate(tree, x, kLeft) is the left rotation. The
@@ -137,8 +147,7 @@ void RBTree::InsertRB(RBTree* tree, RBTreeNode* node) {
   while (node != tree->root && IsRed(node->parent)) {
     RBTreeNode* parent = node->parent;
     RBTreeNode* grand = parent->parent;
-    const Side near = grand->left == parent ? kLeft : kRight;
-    const Side far = Opposite(near);
+    const auto [near, far] = SidesOf(grand, parent);
     RBTreeNode* uncle = grand->*far;
 
     if (IsRed(uncle)) {
@@ -223,8 +232,7 @@ void RBTree::DeleteFixUp(RBTree* tree, RBTreeNode* node) {
   if (tree == nullptr || node == nullptr) return;
   while (node != tree->root && IsBlack(node)) {
     RBTreeNode* parent = node->parent;
-    const Side near = parent->left == node ? kLeft : kRight;
-    const Side far = Opposite(near);
+    const auto [near, far] = SidesOf(parent, node);
     RBTreeNode* sibling = parent->*far;
 
     if (IsRed(sibling)) {
