@@ -22,16 +22,50 @@ void DestroyBlock(LByteBuffer* block) {
   ::operator delete(block);
 }
 
+// What one block did with the bytes offered to it.
+struct BlockTake {
+  std::size_t taken;  // bytes copied behind its data
+  bool hasStorage;    // false: the block has no storage at all
+};
+
 // Copies as many of the `count` bytes at `source` as fit behind the data of
-// one block, raising its data size; returns how many were copied.
-std::size_t FillBlock(unsigned char* storage, int block_size, int& data_size,
-                      const unsigned char* source, std::size_t count) {
-  if (storage == nullptr || data_size >= block_size) return 0;
+// one block, raising its data size.
+BlockTake FillBlock(unsigned char* storage, int block_size, int& data_size,
+                    const unsigned char* source, std::size_t count) {
+  if (storage == nullptr) return {0, false};
+  if (data_size >= block_size) return {0, true};
   std::size_t room = static_cast<std::size_t>(block_size - data_size);
   std::size_t take = count < room ? count : room;
   std::memcpy(storage + data_size, source, take);
   data_size += static_cast<int>(take);
-  return take;
+  return {take, true};
+}
+
+// Pours `left` bytes at `bytes` into a chain from `start` on: each block takes
+// what fits behind its data, and while bytes are still under way a full block
+// grows a new one behind it through the virtual AllocateNewBlock. A block
+// without storage, or a new block that takes nothing, ends the pour instead of
+// growing the chain without end. take(block, bytes, count) fills one block.
+// Returns the last block that took a byte, or start when none did.
+template <typename TakeFn>
+LByteBuffer* PourIntoChain(LByteBuffer* start, const unsigned char* bytes, std::size_t left,
+                           TakeFn take) {
+  LByteBuffer* current = start;
+  LByteBuffer* lastTaker = start;
+  bool fresh = false;
+  while (left > 0) {
+    const BlockTake result = take(current, bytes, left);
+    if (result.taken == 0 && (fresh || !result.hasStorage)) break;
+    if (result.taken > 0) lastTaker = current;
+    bytes += result.taken;
+    left -= result.taken;
+    if (left == 0) break;
+    LByteBuffer* next = current->AllocateNewBlock();
+    if (next == nullptr) break;
+    current = next;
+    fresh = true;
+  }
+  return lastTaker;
 }
 
 }  // namespace
@@ -85,25 +119,11 @@ LByteBuffer* LByteBuffer::AllocateNewBlock() {
 
 void LByteBuffer::CopyBlock(LByteBuffer* source) {
   if (source == nullptr || source->m_pDataBlock == nullptr || source->m_nDataSize <= 0) return;
-  const unsigned char* bytes = source->m_pDataBlock;
-  std::size_t left = static_cast<std::size_t>(source->m_nDataSize);
-  LByteBuffer* current = GetLastBlock(this);
-  bool fresh = false;
-  while (left > 0) {
-    std::size_t taken =
-        FillBlock(current->m_pDataBlock, current->m_nBlockSize, current->m_nDataSize, bytes, left);
-    // A block without storage, or a new block that takes nothing, ends the
-    // copy instead of growing the chain without end.
-    if (taken == 0 && (fresh || current->m_pDataBlock == nullptr)) break;
-    bytes += taken;
-    left -= taken;
-    if (left == 0) break;
-    // The current block is full and a byte is still under way.
-    LByteBuffer* next = current->AllocateNewBlock();
-    if (next == nullptr) break;
-    current = next;
-    fresh = true;
-  }
+  auto take = [](LByteBuffer* block, const unsigned char* bytes, std::size_t count) {
+    return FillBlock(block->m_pDataBlock, block->m_nBlockSize, block->m_nDataSize, bytes, count);
+  };
+  PourIntoChain(GetLastBlock(this), source->m_pDataBlock,
+                static_cast<std::size_t>(source->m_nDataSize), take);
 }
 
 LByteBuffer* LByteBuffer::GetLastBlock(LByteBuffer* block) {
@@ -150,27 +170,10 @@ bool LByteBuffer::WriteData(int index, char value) {
 
 LByteBuffer* LByteBuffer::WriteData(char* text) {
   if (text == nullptr || *text == '\0') return this;
-  const unsigned char* bytes = reinterpret_cast<const unsigned char*>(text);
-  std::size_t left = std::strlen(text);
-  LByteBuffer* current = this;
-  LByteBuffer* last_taker = this;
-  bool fresh = false;
-  while (left > 0) {
-    std::size_t taken =
-        FillBlock(current->m_pDataBlock, current->m_nBlockSize, current->m_nDataSize, bytes, left);
-    // As in CopyBlock: no storage, or a new block that takes nothing, stops.
-    if (taken == 0 && (fresh || current->m_pDataBlock == nullptr)) break;
-    if (taken > 0) last_taker = current;
-    bytes += taken;
-    left -= taken;
-    if (left == 0) break;
-    // The current block is full and a character is still under way.
-    LByteBuffer* next = current->AllocateNewBlock();
-    if (next == nullptr) break;
-    current = next;
-    fresh = true;
-  }
-  return last_taker;
+  auto take = [](LByteBuffer* block, const unsigned char* bytes, std::size_t count) {
+    return FillBlock(block->m_pDataBlock, block->m_nBlockSize, block->m_nDataSize, bytes, count);
+  };
+  return PourIntoChain(this, reinterpret_cast<const unsigned char*>(text), std::strlen(text), take);
 }
 
 unsigned char LByteBuffer::ReadData(int index) {

@@ -46,26 +46,39 @@ void ReplaceChild(RBTree* tree, RBTreeNode* parent, RBTreeNode* old_child,
   }
 }
 
-// The rotations proper, for a node that has the child that moves up. The
-// rebalancing loops call these directly rather than the exported forms, which
-// as interposable symbols of a shared object would cost an indirect call each.
-void RotateLeft(RBTree* tree, RBTreeNode* node) {
-  RBTreeNode* up = node->right;
-  node->right = up->left;
-  if (up->left != nullptr) up->left->parent = node;
-  up->parent = node->parent;
-  ReplaceChild(tree, node->parent, node, up);
-  up->left = node;
-  node->parent = up;
+// A side of a node, as the link to its child there: node->*side. The
+// rebalancing steps are written once for the side of the node they start from
+// ("near") and its opposite ("far"); the mirror image is the same code with
+// the sides swapped.
+using Side = RBTreeNode* RBTreeNode::*;
+constexpr Side kLeft = &RBTreeNode::left;
+constexpr Side kRight = &RBTreeNode::right;
+
+Side Opposite(Side side) { return side == kLeft ? kRight : kLeft; }
+
+// The side of parent that child hangs on, and the other one.
+struct Sides {
+  Side near;
+  Side far;
+};
+
+Sides SidesOf(const RBTreeNode* parent, const RBTreeNode* child) {
+  return parent->left == child ? Sides{kLeft, kRight} : Sides{kRight, kLeft};
 }
 
-void RotateRight(RBTree* tree, RBTreeNode* node) {
-  RBTreeNode* up = node->left;
-  node->left = up->right;
-  if (up->right != nullptr) up->right->parent = node;
+// The rotation proper, for a node that has the child that moves up: the child
+// on the far side of `toward` takes node's place and node becomes its child
+// on the `toward` side, so Rotate(tree, x, kLeft) is the left rotation. The
+// rebalancing loops call this directly rather than the exported forms, which
+// as interposable symbols of a shared object would cost an indirect call each.
+void Rotate(RBTree* tree, RBTreeNode* node, Side toward) {
+  const Side from = Opposite(toward);
+  RBTreeNode* up = node->*from;
+  node->*from = up->*toward;
+  if (up->*toward != nullptr) (up->*toward)->parent = node;
   up->parent = node->parent;
   ReplaceChild(tree, node->parent, node, up);
-  up->right = node;
+  up->*toward = node;
   node->parent = up;
 }
 
@@ -111,17 +124,18 @@ RBTreeNode* RBTree::Search(RBTreeNode* node, char* key) {
 
 void RBTree::LeftRotate(RBTree* tree, RBTreeNode* node) {
   if (tree == nullptr || node == nullptr || node->right == nullptr) return;
-  RotateLeft(tree, node);
+  Rotate(tree, node, kLeft);
 }
 
 void RBTree::RightRotate(RBTree* tree, RBTreeNode* node) {
   if (tree == nullptr || node == nullptr || node->left == nullptr) return;
-  RotateRight(tree, node);
+  Rotate(tree, node, kRight);
 }
 
 // Rebalancing after an insertion. n is the new node, p its parent, g its
 // grandparent and u its uncle, the other child of g. The cases are drawn for
-// p the left child of g; the other side is the mirror image.
+// p the left child of g (near is left, far is right); the code serves the
+// mirror image too, with the sides swapped.
 //
 // Loop invariant: n is red, and rule 4 between n and p is the only rule that
 // may be broken (rule 2 too, once n has climbed to the root). Rule 5 holds
@@ -133,8 +147,8 @@ void RBTree::InsertRB(RBTree* tree, RBTreeNode* node) {
   while (node != tree->root && IsRed(node->parent)) {
     RBTreeNode* parent = node->parent;
     RBTreeNode* grand = parent->parent;
-    const bool parent_is_left = grand->left == parent;
-    RBTreeNode* uncle = parent_is_left ? grand->right : grand->left;
+    const auto [near, far] = SidesOf(grand, parent);
+    RBTreeNode* uncle = grand->*far;
 
     if (IsRed(uncle)) {
       /*
@@ -155,48 +169,36 @@ void RBTree::InsertRB(RBTree* tree, RBTreeNode* node) {
       continue;
     }
 
-    if (parent_is_left) {
-      if (node == parent->right) {
-        /*
-         * Case 2: the uncle is black and n is an inner child. Rotate at p
-         * so that the red pair lies on the outside; the old p is the new n.
-         * Both are red, so no black height changes. Go on to case 3.
-         *
-         *      G                G
-         *     / \              / \
-         *    p   U    -->     n   U
-         *     \              /
-         *      n            p   <- new n
-         */
-        node = parent;
-        RotateLeft(tree, node);
-        parent = node->parent;
-      }
+    if (node == parent->*far) {
       /*
-       * Case 3: the uncle is black and n is an outer child. Rotate at g and
-       * swap the colours of p and g: the subtree keeps its black height and
-       * its black top, so every rule holds and the loop ends.
+       * Case 2: the uncle is black and n is an inner child. Rotate at p
+       * so that the red pair lies on the outside; the old p is the new n.
+       * Both are red, so no black height changes. Go on to case 3.
        *
-       *        G                P
-       *       / \              / \
-       *      p   U    -->     n   g
-       *     /                      \
-       *    n                        U
+       *      G                G
+       *     / \              / \
+       *    p   U    -->     n   U
+       *     \              /
+       *      n            p   <- new n
        */
-      parent->color = kBlack;
-      grand->color = kRed;
-      RotateRight(tree, grand);
-    } else {
-      // The mirror image of cases 2 and 3.
-      if (node == parent->left) {
-        node = parent;
-        RotateRight(tree, node);
-        parent = node->parent;
-      }
-      parent->color = kBlack;
-      grand->color = kRed;
-      RotateLeft(tree, grand);
+      node = parent;
+      Rotate(tree, node, near);
+      parent = node->parent;
     }
+    /*
+     * Case 3: the uncle is black and n is an outer child. Rotate at g and
+     * swap the colours of p and g: the subtree keeps its black height and
+     * its black top, so every rule holds and the loop ends.
+     *
+     *        G                P
+     *       / \              / \
+     *      p   U    -->     n   g
+     *     /                      \
+     *    n                        U
+     */
+    parent->color = kBlack;
+    grand->color = kRed;
+    Rotate(tree, grand, far);
   }
   tree->root->color = kBlack;
 }
@@ -219,7 +221,8 @@ int RBTree::Insert(RBTree* tree, RBTreeNode* node) {
 
 // Rebalancing after a black node left the tree. x stands in its place, p is
 // the parent of x and w the sibling of x, the other child of p. The cases
-// are drawn for x the left child of p; the other side is the mirror image.
+// are drawn for x the left child of p (near is left, far is right); the code
+// serves the mirror image too, with the sides swapped.
 //
 // Loop invariant: x is black and every path through x passes one black node
 // fewer than the paths through w; all other rules hold. Since the side of w
@@ -229,105 +232,79 @@ void RBTree::DeleteFixUp(RBTree* tree, RBTreeNode* node) {
   if (tree == nullptr || node == nullptr) return;
   while (node != tree->root && IsBlack(node)) {
     RBTreeNode* parent = node->parent;
-    const bool node_is_left = parent->left == node;
-    RBTreeNode* sibling = node_is_left ? parent->right : parent->left;
+    const auto [near, far] = SidesOf(parent, node);
+    RBTreeNode* sibling = parent->*far;
 
-    if (node_is_left) {
-      if (IsRed(sibling)) {
-        /*
-         * Case 1: w is red, so p and the children of w are black. Rotate at
-         * p and swap the colours of p and w: x gets a black sibling, the old
-         * Wl, and the debt is unchanged. Go on to case 2, 3 or 4.
-         *
-         *      P                    W
-         *     / \                  / \
-         *    X   w      -->       p   Wr
-         *       / \              / \
-         *      Wl  Wr           X   Wl  <- new w
-         */
-        sibling->color = kBlack;
-        parent->color = kRed;
-        RotateLeft(tree, parent);
-        sibling = parent->right;
-      }
-      if (IsBlack(sibling->left) && IsBlack(sibling->right)) {
-        /*
-         * Case 2: w and both its children are black. Paint w red: both sides
-         * of p now lack a black node, so the debt moves up to p. A red p
-         * ends the loop and is painted black below.
-         *
-         *     (p)                  (p)  <- new x
-         *     / \                  / \
-         *    X   W      -->       X   w
-         *       / \                  / \
-         *      Wl  Wr               Wl  Wr
-         */
-        sibling->color = kRed;
-        node = parent;
-        continue;
-      }
-      if (IsBlack(sibling->right)) {
-        /*
-         * Case 3: w is black, its left child red and its right child black.
-         * Rotate at w and swap the colours of w and wl: the black height on
-         * w's side is unchanged, and the new w has a red right child. Go on
-         * to case 4.
-         *
-         *     (p)                  (p)
-         *     / \                  / \
-         *    X   W      -->       X   Wl  <- new w
-         *       / \                    \
-         *      wl  Wr                   w
-         *                                \
-         *                                 Wr
-         */
-        sibling->left->color = kBlack;
-        sibling->color = kRed;
-        RotateRight(tree, sibling);
-        sibling = parent->right;
-      }
+    if (IsRed(sibling)) {
       /*
-       * Case 4: w is black and its right child red. Rotate at p; w takes p's
-       * colour, p and wr turn black. x's side gains the black p and w's side
-       * keeps its count through the new black Wr: the debt is paid and the
-       * loop ends.
+       * Case 1: w is red, so p and the children of w are black. Rotate at
+       * p and swap the colours of p and w: x gets a black sibling, the old
+       * Wl, and the debt is unchanged. Go on to case 2, 3 or 4.
        *
-       *     (p)                  (w)
+       *      P                    W
        *     / \                  / \
-       *    X   W      -->       P   Wr
+       *    X   w      -->       p   Wr
        *       / \              / \
-       *    (wl)  wr           X  (wl)
+       *      Wl  Wr           X   Wl  <- new w
        */
-      sibling->color = parent->color;
-      parent->color = kBlack;
-      sibling->right->color = kBlack;
-      RotateLeft(tree, parent);
-      node = tree->root;
-    } else {
-      // The mirror image of cases 1 to 4.
-      if (IsRed(sibling)) {
-        sibling->color = kBlack;
-        parent->color = kRed;
-        RotateRight(tree, parent);
-        sibling = parent->left;
-      }
-      if (IsBlack(sibling->left) && IsBlack(sibling->right)) {
-        sibling->color = kRed;
-        node = parent;
-        continue;
-      }
-      if (IsBlack(sibling->left)) {
-        sibling->right->color = kBlack;
-        sibling->color = kRed;
-        RotateLeft(tree, sibling);
-        sibling = parent->left;
-      }
-      sibling->color = parent->color;
-      parent->color = kBlack;
-      sibling->left->color = kBlack;
-      RotateRight(tree, parent);
-      node = tree->root;
+      sibling->color = kBlack;
+      parent->color = kRed;
+      Rotate(tree, parent, near);
+      sibling = parent->*far;
     }
+    if (IsBlack(sibling->left) && IsBlack(sibling->right)) {
+      /*
+       * Case 2: w and both its children are black. Paint w red: both sides
+       * of p now lack a black node, so the debt moves up to p. A red p
+       * ends the loop and is painted black below.
+       *
+       *     (p)                  (p)  <- new x
+       *     / \                  / \
+       *    X   W      -->       X   w
+       *       / \                  / \
+       *      Wl  Wr               Wl  Wr
+       */
+      sibling->color = kRed;
+      node = parent;
+      continue;
+    }
+    if (IsBlack(sibling->*far)) {
+      /*
+       * Case 3: w is black, its left child red and its right child black.
+       * Rotate at w and swap the colours of w and wl: the black height on
+       * w's side is unchanged, and the new w has a red right child. Go on
+       * to case 4.
+       *
+       *     (p)                  (p)
+       *     / \                  / \
+       *    X   W      -->       X   Wl  <- new w
+       *       / \                    \
+       *      wl  Wr                   w
+       *                                \
+       *                                 Wr
+       */
+      (sibling->*near)->color = kBlack;
+      sibling->color = kRed;
+      Rotate(tree, sibling, far);
+      sibling = parent->*far;
+    }
+    /*
+     * Case 4: w is black and its right child red. Rotate at p; w takes p's
+     * colour, p and wr turn black. x's side gains the black p and w's side
+     * keeps its count through the new black Wr: the debt is paid and the
+     * loop ends.
+     *
+     *     (p)                  (w)
+     *     / \                  / \
+     *    X   W      -->       P   Wr
+     *       / \              / \
+     *    (wl)  wr           X  (wl)
+     */
+    sibling->color = parent->color;
+    parent->color = kBlack;
+    (sibling->*far)->color = kBlack;
+    Rotate(tree, parent, near);
+    node = tree->root;
   }
   node->color = kBlack;
 }
