@@ -75,7 +75,7 @@ int LFile::Open(char const* name, char const* mode, bool closeFirst) {
   if (std::strchr(mode, 'r') != nullptr) m_byMode |= LFILE_MODE_READ;
   if (std::strchr(mode, '+') != nullptr) m_byMode |= LFILE_MODE_READ | LFILE_MODE_WRITE;
   if (std::strchr(mode, 'b') != nullptr) m_byMode |= LFILE_MODE_BINARY;
-  if (std::strchr(mode, 'a') != nullptr) m_byMode |= LFILE_MODE_WRITE | LFILE_MODE_APPEND;
+  if (std::strchr(mode, 'a') != nullptr) m_byMode |= LFILE_MODE_WRITE;
   m_bOpen = true;
   return 0;
 }

@@ -40,7 +40,8 @@
 constexpr std::uint8_t LFILE_MODE_BINARY = 1;
 constexpr std::uint8_t LFILE_MODE_READ = 2;
 constexpr std::uint8_t LFILE_MODE_WRITE = 4;
-// Raised together with LFILE_MODE_WRITE when the mode text holds "a".
+// Read by IsAppend. Open never raises it ("a" gives LFILE_MODE_WRITE alone);
+// only a caller or a derived class that sets it in m_byMode does.
 constexpr std::uint8_t LFILE_MODE_APPEND = 8;
 
 // The class's own failure codes; GetErrorMessage gives the quoted texts.
@@ -196,7 +197,8 @@ class VQ0300_API LFile {
   bool IsRead();
   bool IsWrite();
   bool IsBinary();
-  // True when the last Open had an "a" in its mode text.
+  // LFILE_MODE_APPEND in m_byMode as it stands: false after any Open, which
+  // never raises it; true only where a caller or a derived class set it.
   bool IsAppend();
   // True exactly while a stream is held.
   bool IsOpen();

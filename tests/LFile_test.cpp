@@ -5,9 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "TestSupport.h"
 
@@ -23,6 +25,18 @@ class CodedFile : public LFile {
   void Store(int code) { m_nErrorCode = code; }
   char const* OnGetErrorMessage() override { return "derived text"; }
 };
+
+// Raises mode flags the way a derived class may.
+class FlagFile : public LFile {
+ public:
+  void Raise(std::uint8_t flags) { m_byMode |= flags; }
+};
+
+// m_byMode of any LFile, read through the protected member's pointer.
+struct ModeReader : LFile {
+  static int Of(const LFile& f) { return f.*(&ModeReader::m_byMode); }
+};
+int ModeOf(const LFile& f) { return ModeReader::Of(f); }
 
 // "Empty", "Named" or "Open", the flags read, write, binary, append, and the
 // stored code, as "Open +-+- 0".
@@ -93,13 +107,51 @@ TEST(LFile, StatesAndTheStoredCodeThatStopsOpen) {
   EXPECT_EQ(State(nameless), "Empty ---- -7");
 }
 
+TEST(LFile, ModeTextsGiveTheFlagsOfTheirLetters) {
+  TempDir dir;
+  const std::string path = dir / "f";
+  WriteFile(path, "");
+  LFile file;
+  // Every letter counts wherever it stands; "a" adds write and nothing else.
+  // fopen refuses texts that do not start with r, w or a, and a refused
+  // Open leaves no flags.
+  struct Row {
+    char const* mode;
+    int result;
+    int flags;
+  };
+  const Row table[] = {{"r", 0, 2},        {"rb", 0, 3},     {"w", 0, 4},   {"a", 0, 4},
+                       {"wt", 0, 4},       {"at", 0, 4},     {"wb", 0, 5},  {"ab", 0, 5},
+                       {"r+", 0, 6},       {"w+", 0, 6},     {"a+", 0, 6},  {"r+b", 0, 7},
+                       {"rb+", 0, 7},      {"w+b", 0, 7},    {"a+b", 0, 7}, {"ba", EINVAL, 0},
+                       {"tab", EINVAL, 0}, {"+a", EINVAL, 0}};
+  for (const Row& row : table) {
+    file.Close();
+    EXPECT_EQ(file.Open(path.c_str(), row.mode, true), row.result) << row.mode;
+    EXPECT_EQ(ModeOf(file), row.flags) << row.mode;
+    EXPECT_FALSE(file.IsAppend()) << row.mode;
+  }
+}
+
+TEST(LFile, IsAppendReadsTheFlagAsItStands) {
+  TempDir dir;
+  FlagFile file;
+  ASSERT_EQ(file.Open((dir / "f").c_str(), "a", true), 0);
+  EXPECT_FALSE(file.IsAppend());
+  file.Raise(LFILE_MODE_APPEND);
+  EXPECT_TRUE(file.IsAppend());
+  EXPECT_TRUE(file.IsWrite());
+  ASSERT_EQ(file.Open((dir / "f").c_str(), "a+", true), 0);  // Open starts from no flags
+  EXPECT_FALSE(file.IsAppend());
+}
+
 TEST(LFile, ModeLettersGiveFlags) {
   TempDir dir;
   const std::string path = dir / "f";
   LFile file;
   for (const auto& [mode, state] : {std::pair{"wt", "0 Open -+-- 0"},
                                     {"r", "0 Open +--- 0"},
-                                    {"a+b", "0 Open ++++ 0"},
+                                    {"a+b", "0 Open +++- 0"},
                                     {"rb+", "0 Open +++- 0"}}) {
     EXPECT_EQ(After(file.Open(path.c_str(), mode, true), file), state) << mode;
   }

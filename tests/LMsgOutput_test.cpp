@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "TestSupport.h"
@@ -62,6 +63,22 @@ TEST(LMsgOutput, LogFileAndPrintLogReports) {
   EXPECT_EQ(channel.InitLogFile(path.c_str(), true), 0);
   EXPECT_EQ(ReadFile(path), "");  // fresh
   EXPECT_EQ(channel.InitLogFile(nullptr, true), LFILE_ERR_FILENAME);
+}
+
+TEST(LMsgOutput, LogFileOpensForWritingOnly) {
+  TempDir dir;
+  LMsgOutput channel;
+  for (bool fresh : {false, true}) {
+    ASSERT_EQ(channel.InitLogFile((dir / "log").c_str(), fresh), 0);
+    // The log is the first field of the channel; its mode flags are 4, write.
+    LFile* log = nullptr;
+    std::memcpy(&log, &channel, sizeof log);
+    ASSERT_NE(log, nullptr);
+    EXPECT_TRUE(log->IsWrite()) << fresh;
+    EXPECT_FALSE(log->IsRead()) << fresh;
+    EXPECT_FALSE(log->IsBinary()) << fresh;
+    EXPECT_FALSE(log->IsAppend()) << fresh;
+  }
 }
 
 TEST(LMsgOutput, OutputSendsEachPieceToConsoleAndLogUntilAFailure) {
