@@ -2,16 +2,7 @@
 
 #include <cstddef>
 
-namespace {
-
-// Reserves room for one more entry by the list's own growth rule (1, 2, 4,
-// 8, ...), rather than leaving the factor to the standard library.
-void ReserveOneMore(std::vector<LObject*>& entries) {
-  if (entries.size() < entries.capacity()) return;
-  entries.reserve(entries.empty() ? 1 : entries.size() * 2);
-}
-
-}  // namespace
+#include "core/Helpers_internal.h"
 
 LObjList::LObjList() = default;
 
@@ -63,7 +54,7 @@ LObject* LObjList::Delete(int i) {
 }
 
 void LObjList::AddTail(LObject* object) {
-  ReserveOneMore(m_vecObjects);
+  vq0300_internal::ReserveOneMore(m_vecObjects);
   m_vecObjects.push_back(object);
 }
 
@@ -77,7 +68,7 @@ int LObjList::Insert(int i, LObject* object) {
   } else {
     place = static_cast<std::size_t>(count);
   }
-  ReserveOneMore(m_vecObjects);
+  vq0300_internal::ReserveOneMore(m_vecObjects);
   m_vecObjects.insert(m_vecObjects.begin() + static_cast<std::ptrdiff_t>(place), object);
   return 0;
 }

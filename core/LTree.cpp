@@ -1,5 +1,7 @@
 #include "vq0300/LTree.h"
 
+#include <memory>
+
 LTree::LTree() : m_pParent(nullptr), m_pTreeNode(nullptr), m_nIndex(0) {}
 
 LTree::~LTree() = default;
@@ -8,22 +10,24 @@ void LTree::SetTreeNode(LObject* payload) { m_pTreeNode = payload; }
 
 LObject* LTree::GetTreeNode() { return m_pTreeNode; }
 
+// The new node is owned here until the child list holds it: when the list
+// cannot grow, the node goes and the tree is unchanged.
 LTree* LTree::InsertChild(int i, LObject* payload) {
-  LTree* child = new LTree;
+  std::unique_ptr<LTree> child(new LTree);
   child->m_pTreeNode = payload;
   child->m_pParent = this;
   child->m_nIndex = i;
-  m_Children.Insert(i, child);
-  return child;
+  m_Children.Insert(i, child.get());
+  return child.release();
 }
 
 LTree* LTree::InsertLast(LObject* payload) {
-  LTree* child = new LTree;
+  std::unique_ptr<LTree> child(new LTree);
   child->m_pTreeNode = payload;
   child->m_pParent = this;
   child->m_nIndex = m_Children.GetCount();
-  m_Children.AddTail(child);
-  return child;
+  m_Children.AddTail(child.get());
+  return child.release();
 }
 
 LObject* LTree::GetChild(int i) {

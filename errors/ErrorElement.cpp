@@ -1,8 +1,6 @@
 #include "vq0300/ErrorElement.h"
 
-#include <cstring>
-
-#include "vq0300/BoundedCopy.h"
+#include "core/Helpers_internal.h"
 
 ErrorElement::ErrorElement() : m_dwErrorCode(0), m_wContinue(1), m_pszMessage(nullptr) {}
 
@@ -10,8 +8,7 @@ ErrorElement::~ErrorElement() { delete[] m_pszMessage; }
 
 void ErrorElement::SetErrorMessage(char* text) {
   if (text == nullptr) return;
-  char* copy = new char[std::strlen(text) + 1];
-  util_strncpy(copy, text, 0, 0);
+  char* copy = vq0300_internal::CopyText(text).release();
   delete[] m_pszMessage;
   m_pszMessage = copy;
 }

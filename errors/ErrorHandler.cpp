@@ -2,8 +2,10 @@
 
 #include <cstdio>
 #include <cstring>
+#include <memory>
 
 #include "ErrorHandler_internal.h"
+#include "core/Helpers_internal.h"
 #include "vq0300/BoundedCopy.h"
 
 namespace vq0300_internal {
@@ -27,20 +29,30 @@ namespace {
 using vq0300_internal::DefinitionFileOpens;
 using vq0300_internal::DestroyElements;
 
-char* CopyOf(const char* text) {
-  char* copy = new char[std::strlen(text) + 1];
-  util_strncpy(copy, text, 0, 0);
-  return copy;
+char* CopyOf(const char* text) { return vq0300_internal::CopyText(text).release(); }
+
+// A new element holding a copy of text: the element is owned until the
+// caller hands it to a list, so a failed copy or a failed list growth leaks
+// nothing.
+std::unique_ptr<ErrorElement> NewElement(char* text) {
+  std::unique_ptr<ErrorElement> element(new ErrorElement);
+  element->SetErrorMessage(text);
+  return element;
 }
 
 }  // namespace
 
 ErrorHandler::ErrorHandler()
-    : m_pDefinitionList(new LObjList),
-      m_pOccurredList(new LObjList),
+    : m_pDefinitionList(nullptr),
+      m_pOccurredList(nullptr),
       m_pszDefaultDir(nullptr),
       m_pszErrorFilename(nullptr),
-      m_nOccurred(0) {}
+      m_nOccurred(0) {
+  // The first list is owned here until the second one exists.
+  std::unique_ptr<LObjList> definitions(new LObjList);
+  m_pOccurredList = new LObjList;
+  m_pDefinitionList = definitions.release();
+}
 
 ErrorHandler::~ErrorHandler() {
   delete[] m_pszErrorFilename;
@@ -75,22 +87,23 @@ void ErrorHandler::SetErrorFilename(char* name) {
 
 void ErrorHandler::SetErrorOccured(char* text) {
   if (!DefinitionFileOpens(m_pszErrorFilename)) return;
-  ErrorElement* element = new ErrorElement;
-  element->SetErrorMessage(text);
-  m_pOccurredList->AddTail(element);
+  std::unique_ptr<ErrorElement> element = NewElement(text);
+  m_pOccurredList->AddTail(element.get());
+  element.release();
   ++m_nOccurred;
 }
 
 void ErrorHandler::SetLastErrorOccured(char* text) {
   if (!DefinitionFileOpens(m_pszErrorFilename)) return;
   // The copy comes first: text may be the message of the element replaced.
-  ErrorElement* element = new ErrorElement;
-  element->SetErrorMessage(text);
+  std::unique_ptr<ErrorElement> element = NewElement(text);
   if (m_nOccurred > 0) {
     delete m_pOccurredList->RemoveTail();
     --m_nOccurred;
   }
-  m_pOccurredList->AddTail(element);
+  // When a tail was removed, this AddTail reuses its room.
+  m_pOccurredList->AddTail(element.get());
+  element.release();
   ++m_nOccurred;
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "FormatScan_internal.h"
-#include "vq0300/BoundedCopy.h"
+#include "core/Helpers_internal.h"
 
 namespace {
 
@@ -27,13 +27,6 @@ const char g_szFileErrors[kErrorRows][1024] = {
 
 constexpr char kProbeName[] = "40.88.26.60.71";
 
-// A copy of name in a buffer of its own size, from new[].
-char* CopyName(char const* name) {
-  char* copy = new char[std::strlen(name) + 1];
-  util_strncpy(copy, name, 0, 0);
-  return copy;
-}
-
 // errno after a failed call; never 0, so that a failure never reads as
 // success.
 int LastErrno() { return errno != 0 ? errno : EIO; }
@@ -44,12 +37,16 @@ LFile::LFile()
     : m_pFile(nullptr), m_byMode(0), m_pszFilename(nullptr), m_nErrorCode(0), m_bOpen(false) {}
 
 LFile::LFile(char const* name, char const* mode)
-    : m_pFile(nullptr),
-      m_byMode(0),
-      m_pszFilename(name != nullptr ? CopyName(name) : nullptr),
-      m_nErrorCode(0),
-      m_bOpen(false) {
-  Open(name, mode, true);
+    : m_pFile(nullptr), m_byMode(0), m_pszFilename(nullptr), m_nErrorCode(0), m_bOpen(false) {
+  if (name != nullptr) m_pszFilename = vq0300_internal::CopyText(name).release();
+  // Open allocates only before its fopen; should that fail, the name goes
+  // too, since no destructor runs for an object whose constructor throws.
+  try {
+    Open(name, mode, true);
+  } catch (...) {
+    delete[] m_pszFilename;
+    throw;
+  }
 }
 
 LFile::~LFile() { Close(); }
@@ -57,19 +54,20 @@ LFile::~LFile() { Close(); }
 int LFile::Open(char const* name, char const* mode, bool closeFirst) {
   m_byMode = 0;
   if (name == nullptr) return m_nErrorCode = LFILE_ERR_FILENAME;
-  // Close below releases the stored name, which name may be.
-  const std::string wanted(name);
+  // The copy comes first: Close below releases the stored name, which name
+  // may be, and an allocation failure must come before a stream is held, so
+  // that it leaves no stream without m_bOpen.
+  std::unique_ptr<char[]> copy = vq0300_internal::CopyText(name);
   if (m_pFile != nullptr) {
     if (!closeFirst) return m_nErrorCode = LFILE_ERR_CONFLICT;
     Close();
     if (m_nErrorCode != 0) return m_nErrorCode;
   }
-  m_pFile = std::fopen(wanted.c_str(), mode);
+  m_pFile = std::fopen(copy.get(), mode);
   if (m_pFile == nullptr) return m_nErrorCode = LastErrno();
 
-  char* copy = CopyName(wanted.c_str());
   delete[] m_pszFilename;
-  m_pszFilename = copy;
+  m_pszFilename = copy.release();
 
   if (std::strchr(mode, 'w') != nullptr) m_byMode = LFILE_MODE_WRITE;
   if (std::strchr(mode, 'r') != nullptr) m_byMode |= LFILE_MODE_READ;

@@ -62,7 +62,8 @@ class VQ0300_API LFile {
   // Stores a copy of name, then Open(name, mode, true), whose result is
   // dropped: the object lives on whatever happened, GetErrorCode tells.
   // A failed fopen leaves the Named state (GetFilename still gives the
-  // name); a null name leaves it Empty with code -7.
+  // name); a null name leaves it Empty with code -7. An allocation failure
+  // passes out as std::bad_alloc with no name and no stream left behind.
   LFile(char const* name, char const* mode);
   // Close, result dropped. Not virtual.
   ~LFile();
@@ -84,7 +85,9 @@ class VQ0300_API LFile {
   //  6. IsOpen becomes true and the result is 0. The stored code is NOT
   //     touched here: a code from before stays until the next read or write.
   // Codes -7, -1 and errno are stored. name may be GetFilename() itself: it
-  // is copied before anything is released.
+  // is copied before anything is released. That copy is the one allocation,
+  // made before step 3: when it fails (std::bad_alloc) the object keeps its
+  // stream, name and state, with only the flags cleared by step 1.
   int Open(char const* name, char const* mode, bool closeFirst);
 
   // fclose the stream if there is one, then release the name and clear

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "FormatScan_internal.h"
+#include "core/Helpers_internal.h"
 #include "vq0300/LCString.h"
 #include "vq0300/TimeText.h"
 
@@ -17,16 +19,6 @@ LCString Record(char const* text) {
   util_GetTime(record);
   record += LCString(text != nullptr ? text : "");
   return record;
-}
-
-// Writes text as a format that has no arguments: "%%" becomes one percent
-// sign, and any other directive is written as it stands instead of reading
-// an argument that is not there.
-void PutWithoutArguments(char const* text, FILE* stream) {
-  for (char const* p = text; *p != '\0'; ++p) {
-    std::fputc(*p, stream);
-    if (p[0] == '%' && p[1] == '%') ++p;
-  }
 }
 
 }  // namespace
@@ -64,20 +56,24 @@ void LLog::LogHeader(char const* text) {
   std::fclose(file);
 }
 
+// The record is built before the file opens, so that an allocation failure
+// leaves no stream behind; the stream is closed on every way out.
 void LLog::WriteMessage(char const* text) {
   if (m_strLogFilename.empty()) return;
-  FILE* file = std::fopen(m_strLogFilename.c_str(), "a");
+  const LCString record = Record(text);
+  vq0300_internal::FilePtr file(std::fopen(m_strLogFilename.c_str(), "a"));
   if (file == nullptr) return;
-  PutWithoutArguments(Record(text).c_str(), file);
-  std::fclose(file);
+  // As a format without arguments: "%%" becomes one percent sign, any other
+  // directive is written as it stands.
+  vq0300_internal::WriteWithoutArguments(file.get(), record.c_str());
 }
 
 void LLog::WriteMessage2(char const* text) {
   if (m_strLogFilename.empty()) return;
-  FILE* file = std::fopen(m_strLogFilename.c_str(), "a");
+  const LCString record = Record(text);
+  vq0300_internal::FilePtr file(std::fopen(m_strLogFilename.c_str(), "a"));
   if (file == nullptr) return;
-  std::fputs(Record(text).c_str(), file);
-  std::fclose(file);
+  std::fputs(record.c_str(), file.get());
 }
 
 void LLog::Clear() {

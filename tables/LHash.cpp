@@ -3,16 +3,7 @@
 #include <cstddef>
 #include <cstring>
 
-namespace {
-
-// Reserves room for one more row by the table's own growth rule (1, 2, 4,
-// 8, ...), rather than leaving the factor to the standard library.
-void ReserveOneMore(std::vector<LHashElement>& rows) {
-  if (rows.size() < rows.capacity()) return;
-  rows.reserve(rows.empty() ? 1 : rows.size() * 2);
-}
-
-}  // namespace
+#include "core/Helpers_internal.h"
 
 LHash::LHash() = default;
 
@@ -25,7 +16,7 @@ LHashElement* LHash::createKey(const char* key) {
   // The new row is built first and copied in: if either step runs out of
   // memory, the table keeps exactly the rows it had.
   const LHashElement row(key);
-  ReserveOneMore(m_vecElements);
+  vq0300_internal::ReserveOneMore(m_vecElements);
   m_vecElements.push_back(row);
   return &m_vecElements.back();
 }

@@ -1,0 +1,42 @@
+// Small helpers that several parts of the library (and the vq0300-errdef
+// tool, which compiles against the library's private headers) share, so each
+// is written once. Private: nothing here is exported or installed.
+#ifndef VQ0300_CORE_HELPERS_INTERNAL_H
+#define VQ0300_CORE_HELPERS_INTERNAL_H
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "vq0300/BoundedCopy.h"
+
+namespace vq0300_internal {
+
+// Closes a stream held by a unique_ptr, so that a stream opened within a call
+// is closed on every way out of it, an exception included.
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+// An owned copy of a terminated text in a buffer of its own size, from new[],
+// made with the whole-string bounded copy. Hand it over with release().
+inline std::unique_ptr<char[]> CopyText(const char* text) {
+  std::unique_ptr<char[]> copy(new char[std::strlen(text) + 1]);
+  util_strncpy(copy.get(), text, 0, 0);
+  return copy;
+}
+
+// Reserves room for one more entry by the library's own growth rule (1, 2,
+// 4, 8, ...), rather than leaving the factor to the standard library. When
+// the reservation fails, the vector is unchanged.
+template <typename T>
+void ReserveOneMore(std::vector<T>& entries) {
+  if (entries.size() < entries.capacity()) return;
+  entries.reserve(entries.empty() ? 1 : entries.size() * 2);
+}
+
+}  // namespace vq0300_internal
+
+#endif  // VQ0300_CORE_HELPERS_INTERNAL_H
