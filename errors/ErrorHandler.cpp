@@ -89,7 +89,7 @@ void ErrorHandler::SetErrorOccured(char* text) {
   if (!DefinitionFileOpens(m_pszErrorFilename)) return;
   std::unique_ptr<ErrorElement> element = NewElement(text);
   m_pOccurredList->AddTail(element.get());
-  element.release();
+  static_cast<void>(element.release());  // the list holds it now
   ++m_nOccurred;
 }
 
@@ -103,7 +103,7 @@ void ErrorHandler::SetLastErrorOccured(char* text) {
   }
   // When a tail was removed, this AddTail reuses its room.
   m_pOccurredList->AddTail(element.get());
-  element.release();
+  static_cast<void>(element.release());  // the list holds it now
   ++m_nOccurred;
 }
 

@@ -6,7 +6,6 @@
 
 #include "FormatScan_internal.h"
 #include "vq0300/BoundedCopy.h"
-#include "vq0300/LFile.h"
 
 namespace vq0300_internal {
 namespace {
@@ -153,27 +152,10 @@ int Dispatch(ParsedConversion const& c, Argument const& a, Print&& print) {
   return -1;
 }
 
-// The sink of WriteLine: pieces and values straight to the stream.
-class StreamSink final : public ScanSink {
- public:
-  explicit StreamSink(std::FILE* stream) : m_pStream(stream) {}
-
-  int Piece(char const* text, bool last) override {
-    WriteText(m_pStream, text);
-    return last ? 0 : std::ferror(m_pStream);
-  }
-
-  int Value(ParsedConversion const& conversion, Argument const& argument) override {
-    WriteValue(m_pStream, conversion, argument);
-    return std::ferror(m_pStream);
-  }
-
- private:
-  std::FILE* m_pStream;
-};
-
-}  // namespace
-
+// Reads conversion (from "%" through its letter, terminated) as printf
+// would. Returns false when printf would consume anything but the one
+// argument of the conversion's letter, or none, or when a part is
+// unsupported; out is then undefined.
 bool ParseConversion(char const* conversion, ParsedConversion& out) {
   const std::size_t len = std::strlen(conversion);
   if (len < 2 || len > kConversionSize - 2) return false;
@@ -203,6 +185,44 @@ bool ParseConversion(char const* conversion, ParsedConversion& out) {
   literal[used] = '\0';
   return true;
 }
+
+// fwrite of a terminated text; the caller tests ferror.
+void WriteText(std::FILE* stream, char const* text) {
+  std::fwrite(text, 1, std::strlen(text), stream);
+}
+
+// Writes what fprintf(stream, conversion, argument) writes, the directive
+// handed over with an argument of exactly its type. The result of fprintf
+// is not looked at; the caller tests ferror.
+void WriteValue(std::FILE* stream, ParsedConversion const& conversion, Argument const& argument) {
+  WriteText(stream, conversion.prefix);
+  if (conversion.hasDirective && argument.present) {
+    Dispatch(conversion, argument,
+             [&](auto value) { return std::fprintf(stream, conversion.directive, value); });
+  }
+  WriteText(stream, conversion.suffix);
+}
+
+// The sink of WriteLine: pieces and values straight to the stream.
+class StreamSink final : public ScanSink {
+ public:
+  explicit StreamSink(std::FILE* stream) : m_pStream(stream) {}
+
+  int Piece(char const* text, bool last) override {
+    WriteText(m_pStream, text);
+    return last ? 0 : std::ferror(m_pStream);
+  }
+
+  int Value(ParsedConversion const& conversion, Argument const& argument) override {
+    WriteValue(m_pStream, conversion, argument);
+    return std::ferror(m_pStream);
+  }
+
+ private:
+  std::FILE* m_pStream;
+};
+
+}  // namespace
 
 int RunFormatScan(char const* format, std::va_list* args, ScanSink& sink, int formatFailure) {
   if (format == nullptr) return formatFailure;
@@ -251,19 +271,6 @@ int RunFormatScan(char const* format, std::va_list* args, ScanSink& sink, int fo
   }
 }
 
-void WriteText(std::FILE* stream, char const* text) {
-  std::fwrite(text, 1, std::strlen(text), stream);
-}
-
-void WriteValue(std::FILE* stream, ParsedConversion const& conversion, Argument const& argument) {
-  WriteText(stream, conversion.prefix);
-  if (conversion.hasDirective && argument.present) {
-    Dispatch(conversion, argument,
-             [&](auto value) { return std::fprintf(stream, conversion.directive, value); });
-  }
-  WriteText(stream, conversion.suffix);
-}
-
 int FormatValue(char* buffer, std::size_t size, ParsedConversion const& conversion,
                 Argument const& argument) {
   std::size_t used = std::strlen(conversion.prefix);
@@ -299,9 +306,9 @@ void WriteWithoutArguments(std::FILE* stream, char const* text) {
   }
 }
 
-int WriteFormatted(std::FILE* stream, char const* format, std::va_list* args) {
+int WriteFormatted(std::FILE* stream, char const* format, std::va_list* args, int formatFailure) {
   StreamSink sink(stream);
-  return RunFormatScan(format, args, sink, LFILE_ERR_FORMAT);
+  return RunFormatScan(format, args, sink, formatFailure);
 }
 
 }  // namespace vq0300_internal

@@ -47,12 +47,6 @@ struct Argument {
   char const* text = nullptr;
 };
 
-// Reads conversion (from "%" through its letter, terminated) as printf
-// would. Returns false when printf would consume anything but the one
-// argument of the conversion's letter, or none, or when a part is
-// unsupported; out is then undefined.
-bool ParseConversion(char const* conversion, ParsedConversion& out);
-
 // Where the pieces and values of a scan go. Each call returns 0 to go on or
 // a code that ends the scan and becomes its result.
 class ScanSink {
@@ -75,27 +69,20 @@ class ScanSink {
 // ahead of it is emitted, as the "%" without a letter does.
 int RunFormatScan(char const* format, std::va_list* args, ScanSink& sink, int formatFailure);
 
-// Writes what fprintf(stream, conversion, argument) writes, the directive
-// handed over with an argument of exactly its type. The result of fprintf
-// is not looked at; the caller tests ferror.
-void WriteValue(std::FILE* stream, ParsedConversion const& conversion, Argument const& argument);
-
 // Formats the same text into buffer (size bytes). Returns its length, or -1
 // when it does not fit with its terminator or printf fails.
 int FormatValue(char* buffer, std::size_t size, ParsedConversion const& conversion,
                 Argument const& argument);
-
-// fwrite of a terminated text; the caller tests ferror.
-void WriteText(std::FILE* stream, char const* text);
 
 // What fprintf(stream, text) with no arguments writes when text holds no
 // directive: "%%" becomes one "%". Every other "%" is written as it stands,
 // so no argument is ever looked for.
 void WriteWithoutArguments(std::FILE* stream, char const* text);
 
-// The scan of LFile::WriteLine on stream, after the readiness test: 0, the
-// format failure -2 or the value of ferror. args null: no arguments.
-int WriteFormatted(std::FILE* stream, char const* format, std::va_list* args);
+// The scan of LFile::WriteLine on stream, after the readiness test: 0,
+// formatFailure or the value of ferror. Pieces and values go straight to
+// the stream. args null: no arguments, and a directive is the format failure.
+int WriteFormatted(std::FILE* stream, char const* format, std::va_list* args, int formatFailure);
 
 }  // namespace vq0300_internal
 

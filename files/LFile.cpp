@@ -181,7 +181,7 @@ int LFile::WriteLine(char const* format, ...) {
   std::va_list args;
   va_start(args, format);
   try {
-    m_nErrorCode = vq0300_internal::WriteFormatted(m_pFile, format, &args);
+    m_nErrorCode = vq0300_internal::WriteFormatted(m_pFile, format, &args, LFILE_ERR_FORMAT);
   } catch (...) {
     va_end(args);
     throw;

@@ -53,8 +53,6 @@ constexpr int LFILE_ERR_NOT_WRITABLE = -5;  // "File not writable."
 constexpr int LFILE_ERR_EOF = -6;           // "End Of File Reached."
 constexpr int LFILE_ERR_FILENAME = -7;      // "Invalid Filename."
 
-class LMsgOutput;
-
 class VQ0300_API LFile {
  public:
   // Empty: no stream, no name, no flags, code 0.

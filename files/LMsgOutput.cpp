@@ -40,14 +40,26 @@ class ChannelSink final : public vq0300_internal::ScanSink {
   LMsgOutput& m_channel;
 };
 
-// Destroys a log file that InitLogFile created with new LFile, so its
-// dynamic type is LFile itself and the non-virtual destructor is the right one.
-void DestroyLog(LFile* log) {
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wdelete-non-virtual-dtor"
-  delete log;
-#pragma GCC diagnostic pop
-}
+// The log file of a channel: an LFile that can also write a text as a format
+// without arguments, which the variadic WriteLine cannot be asked to do. Only
+// InitLogFile creates the log, so its dynamic type is always this class.
+class ChannelLog final : public LFile {
+ public:
+  ChannelLog(char const* path, char const* mode) : LFile(path, mode) {}
+
+  // WriteLine(text) with no arguments: code 0, the readiness test, then the
+  // scan, in which a directive that would show an argument is the format
+  // failure -2. Returns the stored code.
+  int WriteWithoutArguments(char const* text) {
+    m_nErrorCode = 0;
+    if (ValidWrite() == 0) {
+      m_nErrorCode = vq0300_internal::WriteFormatted(m_pFile, text, nullptr, LFILE_ERR_FORMAT);
+    }
+    return m_nErrorCode;
+  }
+};
+
+ChannelLog* AsChannelLog(LFile* log) { return static_cast<ChannelLog*>(log); }
 
 int RunOutput(LMsgOutput& channel, char const* format, std::va_list* args) {
   ChannelSink sink(channel);
@@ -58,15 +70,15 @@ int RunOutput(LMsgOutput& channel, char const* format, std::va_list* args) {
 
 LMsgOutput::LMsgOutput() : m_pfileLogFile(nullptr), m_wOutputOptions(0) {}
 
-LMsgOutput::~LMsgOutput() { DestroyLog(m_pfileLogFile); }
+LMsgOutput::~LMsgOutput() { delete AsChannelLog(m_pfileLogFile); }
 
 void LMsgOutput::SetOutputOptions(unsigned short options) { m_wOutputOptions = options; }
 
 int LMsgOutput::InitLogFile(char const* path, bool fresh) {
-  LFile* old = m_pfileLogFile;
+  ChannelLog* old = AsChannelLog(m_pfileLogFile);
   m_pfileLogFile = nullptr;
-  DestroyLog(old);
-  m_pfileLogFile = new LFile(path, fresh ? "wt" : "at");
+  delete old;
+  m_pfileLogFile = new ChannelLog(path, fresh ? "wt" : "at");
   return m_pfileLogFile->GetErrorCode();
 }
 
@@ -85,13 +97,8 @@ int LMsgOutput::PrintLog(char const* text) {
     Print("Log File not initialized!\n");
     return -1;
   }
-  // WriteLine(text) with no arguments, which a variadic call cannot say.
-  LFile& log = *m_pfileLogFile;
-  log.m_nErrorCode = 0;
-  if (log.ValidWrite() == 0) {
-    log.m_nErrorCode = vq0300_internal::WriteFormatted(log.m_pFile, text, nullptr);
-  }
-  if (log.GetErrorCode() == 0) return 0;
+  ChannelLog& log = *AsChannelLog(m_pfileLogFile);
+  if (log.WriteWithoutArguments(text) == 0) return 0;
   Print("Error Writing to Log File:\n");
   char const* message = log.GetErrorMessage();
   Print((std::string("\t\t") + (message != nullptr ? message : "")).c_str());
