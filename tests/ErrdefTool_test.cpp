@@ -303,7 +303,9 @@ TEST(ErrdefTool, ReadingAgreesWithTheLoaderOnRandomFiles) {
     if (random() % 2 == 0) file += pieces[random() % pieces.size()];  // no line end
     WriteFile(dir / "defs.txt", file);
     const ToolRun run = RunTool(dir, round % 4 == 0 ? "defs.txt --block 1" : "defs.txt");
-    EXPECT_TRUE(run.status >= 0 && run.status <= 2 && run.err.empty()) << run.status << run.err;
+    EXPECT_GE(run.status, 0) << run.status << run.err;
+    EXPECT_LE(run.status, 2) << run.status << run.err;
+    EXPECT_TRUE(run.err.empty()) << run.status << run.err;
     for (const char* disagreement : {"this reading", "the loader holds", "this checker"}) {
       EXPECT_EQ(run.out.find(disagreement), std::string::npos) << file << "\n" << run.out;
     }

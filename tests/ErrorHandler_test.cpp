@@ -261,8 +261,8 @@ TEST(ErrorDefinitionFile, GetErrorListAppendsAlone) {
 }
 
 TEST(ErrorDefinitionFile, WorkingDirectory) {
-  const std::string home = Cwd();
   TempDir root;
+  const testsupport::WorkingDirGuard home;
   ASSERT_EQ(chdir(root.path().c_str()), 0);
   // A relative default directory is entered by Initialize and once more by
   // the reading pass, and the stored name is tested from each place.
@@ -281,15 +281,21 @@ TEST(ErrorDefinitionFile, WorkingDirectory) {
   const std::string part(200, 'p');
   const char* p = part.c_str();
   for (int depth : {2, 25}) {
-    for (int i = 0; i < depth; ++i) ASSERT_TRUE(mkdir(p, 0700) == 0 && chdir(p) == 0);
+    int made = 0;
+    for (; made < depth && mkdir(p, 0700) == 0 && chdir(p) == 0; ++made) {
+    }
+    EXPECT_EQ(made, depth);
     EXPECT_EQ(Load(kHead).result, 0);
-    for (int i = 0; i < depth; ++i) ASSERT_TRUE(chdir("..") == 0 && rmdir(p) == 0);
+    for (; made > 0 && chdir("..") == 0 && rmdir(p) == 0; --made) {
+    }
+    ASSERT_EQ(made, 0) << "directories left behind";
   }
   // A working directory that cannot be saved is not left: -3.
-  ASSERT_TRUE(mkdir("gone", 0700) == 0 && chdir("gone") == 0 && rmdir("../gone") == 0);
+  ASSERT_EQ(mkdir("gone", 0700), 0);
+  ASSERT_EQ(chdir("gone"), 0);
+  ASSERT_EQ(rmdir("../gone"), 0);
   EXPECT_EQ(Load(kHead).result, -3);
   EXPECT_EQ(Cwd(), "(none)");
-  EXPECT_EQ(chdir(home.c_str()), 0);
 }
 
 TEST(ErrorDefinitionFile, BadInputHasADefinedResult) {

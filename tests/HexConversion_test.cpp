@@ -20,7 +20,8 @@ TEST(HexConversion, EveryByteAgainstTheCLibrary) {
     all[i] = static_cast<unsigned char>(i);
     unsigned char high = 0, low = 0, mirrored = 0;
     util_SplitBin2Char(all[i], high, low);
-    EXPECT_TRUE(high == two[0] && low == two[1]) << i;
+    EXPECT_EQ(high, two[0]) << i;
+    EXPECT_EQ(low, two[1]) << i;
     EXPECT_EQ(util_Hex2HexAnsi(all[i]), i < 16 ? two[1] : 0) << i;  // the byte 0 above 15
     EXPECT_EQ(util_HexAnsi2Hex(digit[0]), std::isxdigit(i) ? std::strtol(digit, nullptr, 16) : 0);
     util_FlipByte(flipped);
@@ -34,7 +35,8 @@ TEST(HexConversion, EveryByteAgainstTheCLibrary) {
   for (int count : {0, -5}) {
     out[1] = 'x';
     util_Bin2HexAnsi(all, out, count);  // only the terminator
-    EXPECT_TRUE(out[0] == '\0' && out[1] == 'x') << count;
+    EXPECT_EQ(out[0], '\0') << count;
+    EXPECT_EQ(out[1], 'x') << count;
   }
   util_Bin2HexAnsi(nullptr, out, 3);
   util_Bin2HexAnsi(all, nullptr, 3);  // no fault

@@ -38,17 +38,25 @@ TEST(LByteBuffer, IndexedAccessCountsFromTheReceiver) {
   LByteBuffer head(4);
   LByteBuffer* end = head.WriteData(Text("abcdefghij"));  // [abcd] [efgh] [ij..]
   EXPECT_FALSE(head.WriteData('x'));  // a full block takes no byte and adds no block
-  EXPECT_TRUE(end == head.GetBlock(2) && !head.GetBlock(3) && !head.GetBlock(0));
-  EXPECT_TRUE(head.GetBlock(1)->GetTotalSize() == 6 && head.GetBlock(1)->ReadData(1) == 'f');
+  EXPECT_EQ(end, head.GetBlock(2));
+  EXPECT_FALSE(head.GetBlock(3));
+  EXPECT_FALSE(head.GetBlock(0));
+  EXPECT_EQ(head.GetBlock(1)->GetTotalSize(), 6);
+  EXPECT_EQ(head.GetBlock(1)->ReadData(1), 'f');
   EXPECT_EQ(head.ReadData(-1), 'b');  // a negative index becomes 1
-  EXPECT_TRUE(head.WriteData(9, 'Z') && head.WriteData(INT_MIN, static_cast<unsigned char>(0xFF)));
-  EXPECT_FALSE(head.WriteData(10, 'Q') || head.ReadData(10) != 0);
+  EXPECT_TRUE(head.WriteData(9, 'Z'));
+  EXPECT_TRUE(head.WriteData(INT_MIN, static_cast<unsigned char>(0xFF)));
+  EXPECT_FALSE(head.WriteData(10, 'Q'));
+  EXPECT_EQ(head.ReadData(10), 0);
   EXPECT_EQ(Contents(&head), "a\377cdefghiZ");
-  EXPECT_TRUE(end->WriteData(static_cast<char*>(nullptr)) == end && !head.GetLastBlock(nullptr));
+  EXPECT_EQ(end->WriteData(static_cast<char*>(nullptr)), end);
+  EXPECT_FALSE(head.GetLastBlock(nullptr));
   EXPECT_EQ(LByteBuffer(0).GetBlockSize(), 32000);  // a size below 1 gives the default
   unsigned char* storage = head.GetDataBlock();
   head.GetBlock(1)->ClearBuffer();  // from any block: only the head stays, with its storage
-  EXPECT_TRUE(!head.GetNextBlock() && head.GetDataBlock() == storage && head.GetTotalSize() == 0);
+  EXPECT_FALSE(head.GetNextBlock());
+  EXPECT_EQ(head.GetDataBlock(), storage);
+  EXPECT_EQ(head.GetTotalSize(), 0);
 }
 
 // Random appends and copies against a string, for every block size from 1 to
@@ -92,10 +100,13 @@ TEST(LByteBuffer, BlocksWithoutStorageAndSplicedBlocks) {
   LByteBuffer head(2), bare(nullptr);  // bare has no storage and takes no bytes
   head.WriteData(Text("ab"));
   EXPECT_EQ(LByteBuffer(&head).GetBlockSize(), 2);  // takes the size, is not linked
-  EXPECT_FALSE(head.GetNextBlock() || bare.GetDataBlock() || bare.WriteData('x') ||
-               bare.WriteData(0, 'x'));
+  EXPECT_FALSE(head.GetNextBlock());
+  EXPECT_FALSE(bare.GetDataBlock());
+  EXPECT_FALSE(bare.WriteData('x'));
+  EXPECT_FALSE(bare.WriteData(0, 'x'));
   bare.CopyBlock(&head);
-  EXPECT_TRUE(bare.WriteData(Text("abc")) == &bare && bare.GetTotalSize() == 0);
+  EXPECT_EQ(bare.WriteData(Text("abc")), &bare);
+  EXPECT_EQ(bare.GetTotalSize(), 0);
   head.CopyBlock(nullptr);
   head.WriteData(Text("cd"));
   LByteBuffer* old_next = head.GetNextBlock();  // a new block goes in between

@@ -47,8 +47,11 @@ TEST(LCString, ConstructionSetsLengthAndAddPosition) {
                    LCString("a\0b\0"s), LCString(presized)),
             (Texts{"@0", "\0\0\0\0\0@0"s, "@0", "@0", "@-1", "abc@2", "\0@0"s, "a\0b\0@3"s,
                    "\0\0\0\0\0@4"s}));
-  EXPECT_TRUE(LCString().IsEmpty() && !presized.IsEmpty() && !LCString('\0').IsEmpty());
-  EXPECT_TRUE(!none.AddString(1, "x") && !blank.AddString(1, "x"));  // both full
+  EXPECT_TRUE(LCString().IsEmpty());
+  EXPECT_FALSE(presized.IsEmpty());
+  EXPECT_FALSE(LCString('\0').IsEmpty());
+  EXPECT_FALSE(none.AddString(1, "x"));
+  EXPECT_FALSE(blank.AddString(1, "x"));  // both full
 }
 
 TEST(LCString, AssignmentAndConcatenationSetTheAddPosition) {
@@ -69,8 +72,10 @@ TEST(LCString, AddStringFillsAPresizedStringInPieces) {
   for (const char* piece : {"abc", "def", "ghi"}) EXPECT_EQ(s.AddString(3, piece), s.c_str());
   EXPECT_EQ(s.AddString(3, "jkl"), nullptr);
   EXPECT_EQ(State(s), "abcdefg\0@7"s);  // room for 'g' only: L - 1 bytes
-  EXPECT_TRUE(!LCString(1).AddString(1, "a") && !t.AddString(0, "a") && !t.AddString(-3, "a") &&
-              !t.AddString(2, nullptr));
+  EXPECT_FALSE(LCString(1).AddString(1, "a"));
+  EXPECT_FALSE(t.AddString(0, "a"));
+  EXPECT_FALSE(t.AddString(-3, "a"));
+  EXPECT_FALSE(t.AddString(2, nullptr));
   EXPECT_NE(t.AddString(3, "a\0b"), nullptr);  // a NUL does not stop it
   EXPECT_EQ(State(t), "a\0b\0\0@3"s);
 }
@@ -78,13 +83,21 @@ TEST(LCString, AddStringFillsAPresizedStringInPieces) {
 TEST(LCString, OperatorIndexGivesTheTerminatorAtLAndGetAtTheLastCharacter) {
   LCString s("abc"), empty;
   const LCString& cs = s;
-  EXPECT_TRUE(&s[3] == s.c_str() + 3 && cs[3] == '\0' && s.GetAt(3) == 'c' && !s.SetAt(3, 'x'));
+  EXPECT_EQ(&s[3], s.c_str() + 3);
+  EXPECT_EQ(cs[3], '\0');
+  EXPECT_EQ(s.GetAt(3), 'c');
+  EXPECT_FALSE(s.SetAt(3, 'x'));
   for (int i : {4, -1, INT_MIN, INT_MAX}) {  // any other index: the last character
-    EXPECT_TRUE(&s[i] == s.c_str() + 2 && cs[i] == 'c' && s.GetAt(i) == 'c' && !s.SetAt(i, 'x') &&
-                &empty[i] == empty.c_str() && empty.GetAt(i) == '\0')
-        << i;
+    EXPECT_EQ(&s[i], s.c_str() + 2) << i;
+    EXPECT_EQ(cs[i], 'c') << i;
+    EXPECT_EQ(s.GetAt(i), 'c') << i;
+    EXPECT_FALSE(s.SetAt(i, 'x')) << i;
+    EXPECT_EQ(&empty[i], empty.c_str()) << i;
+    EXPECT_EQ(empty.GetAt(i), '\0') << i;
   }
-  EXPECT_TRUE(&empty[0] == empty.c_str() && !empty.SetAt(0, 'x') && s.SetAt(0, '\0'));
+  EXPECT_EQ(&empty[0], empty.c_str());
+  EXPECT_FALSE(empty.SetAt(0, 'x'));
+  EXPECT_TRUE(s.SetAt(0, '\0'));
   s[9] = 'y';
   EXPECT_EQ(State(s), "\0by@2"s);  // a NUL stored keeps the stored length
 }
@@ -97,12 +110,15 @@ TEST(LCString, ComparisonsAreStrcmpOfTheTerminatedViews) {
       const int r = std::strcmp(a.c_str(), b.c_str());  // at run time, not folded
       const bool got[] = {a == b, a != b, (a < b), (a > b), a <= b, a >= b, a == y, a != y};
       const bool want[] = {r == 0, r != 0, (r < 0), (r > 0), r <= 0, r >= 0, r == 0, r != 0};
-      EXPECT_TRUE(a.Compare(b) == r && std::equal(got, got + 8, want)) << x << " " << y;
+      EXPECT_EQ(a.Compare(b), r) << x << " " << y;
+      EXPECT_TRUE(std::equal(got, got + 8, want)) << x << " " << y;
     }
   }
   const char* none = nullptr;
-  EXPECT_TRUE(LCString("ab\0x"s) == LCString("ab\0y"s) && LCString(5) == LCString());
-  EXPECT_TRUE(!(LCString() == none) && LCString() != none);
+  EXPECT_EQ(LCString("ab\0x"s), LCString("ab\0y"s));
+  EXPECT_EQ(LCString(5), LCString());
+  EXPECT_FALSE(LCString() == none);
+  EXPECT_NE(LCString(), none);
   // Folded to upper case, so '_' sorts after the letters; strcmp's value unchanged.
   const LCString under("_"), upper_z("Z");
   EXPECT_EQ(under.CompareNoCase(LCString("z")), std::strcmp(under.c_str(), upper_z.c_str()));
@@ -201,7 +217,8 @@ TEST(LCStringTrim, TrimsKeepTheBuffer) {
   mixed.RemoveWhiteSpaces();
   for (auto trim : {&LCString::TrimLeft, &LCString::TrimRight, &LCString::RemoveWhiteSpaces})
     (empty.*trim)();
-  EXPECT_TRUE(right.c_str() == right_buffer && left.c_str() == left_buffer);
+  EXPECT_EQ(right.c_str(), right_buffer);
+  EXPECT_EQ(left.c_str(), left_buffer);
   EXPECT_EQ(std::string(right_buffer, 6), "ab\0\0\0\0"s);
   EXPECT_EQ(std::string(left_buffer, 5), "ab\0b\0"s);  // old bytes stay above
   EXPECT_EQ(States(right, mixed, empty), (Texts{"ab@4", "abc@6", "@0"}));

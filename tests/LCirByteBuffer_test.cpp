@@ -9,15 +9,20 @@ TEST(LCirByteBuffer, ReadsByStreamPositionAfterWrapping) {
   auto read = [&ring](int i) { return static_cast<char>(ring.ReadData(i)); };
   for (char c : {'a', 'b', 'c', 'd', 'e'}) ring.WriteData(c);
   ring.WriteData(static_cast<unsigned char>('f'));
-  EXPECT_TRUE(ring.GetLinearIndex() == 6 && ring.GetCircularIndex() == 2);
+  EXPECT_EQ(ring.GetLinearIndex(), 6);
+  EXPECT_EQ(ring.GetCircularIndex(), 2);
   // Slots e f c d: positions 0 and 4 share a slot; a negative one reads slot 0.
   EXPECT_EQ((std::string{read(0), read(2), read(4), read(5), read(-5)}), "ecefe");
   ring.ClearBuffer();  // the old bytes stay until overwritten
-  EXPECT_TRUE(ring.GetLinearIndex() == 0 && ring.GetBlockSize() == 4 && read(3) == 'd');
+  EXPECT_EQ(ring.GetLinearIndex(), 0);
+  EXPECT_EQ(ring.GetBlockSize(), 4);
+  EXPECT_EQ(read(3), 'd');
   ring.Allocate(1);
   ring.WriteData('x');
   ring.WriteData('y');
-  EXPECT_TRUE(ring.GetCircularIndex() == 0 && ring.GetLinearIndex() == 2 && read(0) == 'y');
+  EXPECT_EQ(ring.GetCircularIndex(), 0);
+  EXPECT_EQ(ring.GetLinearIndex(), 2);
+  EXPECT_EQ(read(0), 'y');
 }
 
 TEST(LCirByteBuffer, WithoutStorageNothingIsStoredOrRead) {
@@ -26,6 +31,8 @@ TEST(LCirByteBuffer, WithoutStorageNothingIsStoredOrRead) {
   for (LCirByteBuffer* r : {&fresh, &ring}) {
     r->WriteData('a');
     EXPECT_EQ(r->ReadData(0), 0);
-    EXPECT_TRUE(r->GetBlockSize() == 0 && r->GetLinearIndex() == 0 && r->GetCircularIndex() == 0);
+    EXPECT_EQ(r->GetBlockSize(), 0);
+    EXPECT_EQ(r->GetLinearIndex(), 0);
+    EXPECT_EQ(r->GetCircularIndex(), 0);
   }
 }

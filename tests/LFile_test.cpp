@@ -173,7 +173,8 @@ TEST(LFile, ReadingToTheEnd) {
   LFile lines(path.c_str(), "r");
   char buffer[8] = "";
   LCString text;
-  EXPECT_TRUE(lines.ReadLine(4, buffer) == 0 && lines.ReadLine(text) == 0);
+  EXPECT_EQ(lines.ReadLine(4, buffer), 0);
+  EXPECT_EQ(lines.ReadLine(text), 0);
   EXPECT_EQ(lines.ReadLine(sizeof buffer, buffer), 0);  // nothing left, buffer kept
   EXPECT_EQ(lines.ReadLine(text), LFILE_ERR_EOF);
   EXPECT_EQ(buffer + std::string("|") + text.c_str(), "abc|def\n");
@@ -184,7 +185,9 @@ TEST(LFile, ReadingToTheEnd) {
   int result = 0;
   while ((result = bytes.ReadChar(c)) == 0) chars += c;
   EXPECT_EQ(chars + " " + After(result, bytes), "abcdef\n\xFF -1 Open +-+- 0");
-  EXPECT_TRUE(bytes.Rewind() == 0 && bytes.ReadChar(c) == 0 && c == 'a');
+  EXPECT_EQ(bytes.Rewind(), 0);
+  EXPECT_EQ(bytes.ReadChar(c), 0);
+  EXPECT_EQ(c, 'a');
   EXPECT_EQ(LFile().ReadChar(c), LFILE_ERR_NOT_OPEN);
   // A longer line than ReadLine(LCString&) takes arrives over several calls.
   WriteFile(path, std::string(7000, 'x') + "\n");
@@ -199,11 +202,13 @@ TEST(LFile, WritesReachTheFile) {
   const std::string path = dir / "f";
   LFile file(path.c_str(), "wb");
   const unsigned char bytes[] = {'a', 0, 'b'};
-  EXPECT_TRUE(file.WriteChar('<') == 0 && file.Write(3, bytes) == 0);
+  EXPECT_EQ(file.WriteChar('<'), 0);
+  EXPECT_EQ(file.Write(3, bytes), 0);
   // An LCString gives count bytes of its buffer, NUL bytes included, but no
   // more than the buffer holds with its terminator.
-  EXPECT_TRUE(file.Write(2, LCString("xyz")) == 0 && file.Write(2, LCString(3)) == 0 &&
-              file.Write(100, LCString("q")) == 0);
+  EXPECT_EQ(file.Write(2, LCString("xyz")), 0);
+  EXPECT_EQ(file.Write(2, LCString(3)), 0);
+  EXPECT_EQ(file.Write(100, LCString("q")), 0);
   EXPECT_EQ(file.Close(), 0);
   EXPECT_EQ(ReadFile(path), std::string("<a\0bxy\0\0q\0", 10));
   EXPECT_EQ(LFile(path.c_str(), "r").Write(1, LCString("x")), LFILE_ERR_NOT_WRITABLE);

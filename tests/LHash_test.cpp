@@ -34,7 +34,9 @@ void CheckAgainstModel(const LHash& table, const Model& model) {
     flat.insert(flat.end(), values.begin(), values.end());
     ASSERT_EQ(table.getKey(key.c_str()), table.getKey(firsts.emplace(key, i).first->second));
   }
-  ASSERT_TRUE(!table.getKey(rows) && !table.getKey(-1) && !table[-1]);
+  ASSERT_FALSE(table.getKey(rows));
+  ASSERT_FALSE(table.getKey(-1));
+  ASSERT_FALSE(table[-1]);
   ASSERT_EQ(table.getValueCount(), static_cast<int>(flat.size()));
   for (std::size_t i = 0; i <= flat.size(); ++i)
     ASSERT_STREQ(table[static_cast<int>(i)], i < flat.size() ? flat[i].c_str() : nullptr);

@@ -40,6 +40,23 @@ class TempDir {
   std::string path_;
 };
 
+// Restores the working directory of its construction when it goes, so a test
+// that changes directory leaves the process where it found it, also when an
+// assertion ends the test early.
+class WorkingDirGuard {
+ public:
+  WorkingDirGuard() : path_(std::filesystem::current_path()) {}
+  ~WorkingDirGuard() {
+    std::error_code ignored;
+    std::filesystem::current_path(path_, ignored);
+  }
+  WorkingDirGuard(const WorkingDirGuard&) = delete;
+  WorkingDirGuard& operator=(const WorkingDirGuard&) = delete;
+
+ private:
+  std::filesystem::path path_;
+};
+
 inline void WriteFile(const std::string& path, const std::string& content) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   out << content;
