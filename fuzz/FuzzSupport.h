@@ -4,6 +4,7 @@
 #define VQ0300_FUZZ_FUZZSUPPORT_H
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 // Aborts through the harness's own Fail(line, text) when cond is false, so
@@ -13,6 +14,14 @@
   do {                                  \
     if (!(cond)) Fail(__LINE__, #cond); \
   } while (0)
+
+// Reports a failed check of harness at line, during step, and aborts, so
+// that libFuzzer keeps the input.
+[[noreturn]] inline void FailInStep(const char* harness, int line, const char* step,
+                                    const char* what) {
+  std::fprintf(stderr, "%s: check failed at line %d in %s: %s\n", harness, line, step, what);
+  std::abort();
+}
 
 // A text for a failure message: bytes outside printable ASCII as \xNN.
 inline std::string Escaped(const std::string& s) {

@@ -22,8 +22,7 @@ namespace {
 const char* g_op = "";  // the current step, printed when a check fails
 
 [[noreturn]] void Fail(int line, const char* what) {
-  std::fprintf(stderr, "LCString_fuzz: check failed at line %d in %s: %s\n", line, g_op, what);
-  std::abort();
+  FailInStep("LCString_fuzz", line, g_op, what);
 }
 
 // ---- The model ----------------------------------------------------------------

@@ -23,10 +23,7 @@ namespace {
 
 const char* g_op = "";  // the current step, printed when a check fails
 
-[[noreturn]] void Fail(int line, const char* what) {
-  std::fprintf(stderr, "LHash_fuzz: check failed at line %d in %s: %s\n", line, g_op, what);
-  std::abort();
-}
+[[noreturn]] void Fail(int line, const char* what) { FailInStep("LHash_fuzz", line, g_op, what); }
 
 struct Row {
   std::string key;

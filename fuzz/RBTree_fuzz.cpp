@@ -28,10 +28,7 @@ namespace {
 
 const char* g_op = "";  // the current step, printed when a check fails
 
-[[noreturn]] void Fail(int line, const char* what) {
-  std::fprintf(stderr, "RBTree_fuzz: check failed at line %d in %s: %s\n", line, g_op, what);
-  std::abort();
-}
+[[noreturn]] void Fail(int line, const char* what) { FailInStep("RBTree_fuzz", line, g_op, what); }
 
 constexpr int kNodes = 48;
 constexpr size_t kMaxKey = 6;
