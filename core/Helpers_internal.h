@@ -13,6 +13,13 @@
 
 namespace vq0300_internal {
 
+// White space, for every trim of the library: each byte outside '!' (0x21)
+// to '~' (0x7E), so NUL, controls, space, DEL and all bytes from 0x80 up.
+inline bool IsWhiteSpace(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 0x21 || byte > 0x7E;
+}
+
 // Closes a stream held by a unique_ptr, so that a stream opened within a call
 // is closed on every way out of it, an exception included.
 struct FileCloser {

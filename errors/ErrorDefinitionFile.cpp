@@ -5,10 +5,8 @@
 // an end mark, cuts the statement out of it by searching for marks, and makes
 // an ErrorElement of each definition. It knows no syntax error: whatever ends
 // in "<E/>" is a statement.
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +16,8 @@
 #include <vector>
 
 #include "ErrorHandler_internal.h"
+#include "WorkingDirectory_internal.h"
+#include "core/Helpers_internal.h"
 #include "vq0300/ErrorElement.h"
 #include "vq0300/ErrorHandler.h"
 #include "vq0300/LString.h"
@@ -26,6 +26,8 @@ namespace {
 
 using vq0300_internal::DefinitionFileOpens;
 using vq0300_internal::DestroyElements;
+using vq0300_internal::DirectoryVisit;
+using vq0300_internal::FilePtr;
 
 constexpr char kHeader[] = "<ErrorMessageDefinition>";
 constexpr char kCommentOpen[] = "<!--";
@@ -42,70 +44,6 @@ constexpr int kReadSize = 65536;
 // piece is appended. No sane statement comes near it, and it keeps every
 // position of the text well inside an int.
 constexpr size_t kMaxStatement = size_t{1} << 24;
-// A working directory longer than the system takes in one chdir is entered
-// again in pieces of at most this many bytes, cut at slashes.
-constexpr size_t kPathPiece = 1024;
-
-// --- Working directory --------------------------------------------------------
-
-// Saves the working directory with a buffer that grows as needed, so a path
-// of any length is kept whole. False if getcwd fails for another reason.
-bool SaveWorkingDirectory(std::string& saved) {
-  std::vector<char> area(256);
-  while (getcwd(area.data(), area.size()) == nullptr) {
-    if (errno != ERANGE) return false;
-    area.resize(area.size() * 2);
-  }
-  saved = area.data();
-  return true;
-}
-
-// Goes back to an absolute directory. A path that chdir refuses as too long
-// is walked from the root in pieces. Failure has no report.
-void ReturnToDirectory(const std::string& path) {
-  if (chdir(path.c_str()) == 0) return;
-  if (errno != ENAMETOOLONG || path.empty() || path[0] != '/') return;
-  if (chdir("/") != 0) return;
-  size_t from = 1;
-  while (from < path.size()) {
-    size_t to = path.size();
-    if (to - from > kPathPiece) {
-      to = path.rfind('/', from + kPathPiece);
-      if (to == std::string::npos || to <= from) return;
-    }
-    if (chdir(path.substr(from, to - from).c_str()) != 0) return;
-    from = to + 1;
-  }
-}
-
-// Enters a directory and, when it goes out of scope, returns to the working
-// directory of the moment of entry, on every return path and on exceptions.
-class DirectoryVisit {
- public:
-  DirectoryVisit() = default;
-  ~DirectoryVisit() {
-    if (entered_) ReturnToDirectory(saved_);
-  }
-  DirectoryVisit(const DirectoryVisit&) = delete;
-  DirectoryVisit& operator=(const DirectoryVisit&) = delete;
-
-  // False, with the working directory untouched, if dir cannot be entered or
-  // the present directory cannot be saved first (a change that could not be
-  // undone is not made).
-  bool Enter(const char* dir) {
-    if (!SaveWorkingDirectory(saved_)) return false;
-    entered_ = chdir(dir) == 0;
-    return entered_;
-  }
-
- private:
-  std::string saved_;
-  bool entered_ = false;
-};
-
-struct FileCloser {
-  void operator()(FILE* file) const { std::fclose(file); }
-};
 
 // --- Reading ------------------------------------------------------------------
 
@@ -362,7 +300,7 @@ int ErrorHandler::GetErrorList(int selector) {
   DirectoryVisit visit;
   if (m_pszDefaultDir != nullptr && !visit.Enter(m_pszDefaultDir)) return -3;
   // Declared after the visit: the file is closed before the directory is left.
-  std::unique_ptr<FILE, FileCloser> file(std::fopen(m_pszErrorFilename, "r"));
+  FilePtr file(std::fopen(m_pszErrorFilename, "r"));
   if (file == nullptr) return -2;
 
   PieceReader reader(file.get());

@@ -21,6 +21,18 @@ LCString Record(char const* text) {
   return record;
 }
 
+// Appends the record of text to the log at path with write. The record is
+// built before the file opens, so that an allocation failure leaves no stream
+// behind, and the stream is closed on every way out. No path: nothing.
+template <typename Write>
+void AppendRecord(const std::string& path, char const* text, Write write) {
+  if (path.empty()) return;
+  const LCString record = Record(text);
+  vq0300_internal::FilePtr file(std::fopen(path.c_str(), "a"));
+  if (file == nullptr) return;
+  write(file.get(), record.c_str());
+}
+
 }  // namespace
 
 LLog::LLog() = default;
@@ -56,24 +68,15 @@ void LLog::LogHeader(char const* text) {
   std::fclose(file);
 }
 
-// The record is built before the file opens, so that an allocation failure
-// leaves no stream behind; the stream is closed on every way out.
 void LLog::WriteMessage(char const* text) {
-  if (m_strLogFilename.empty()) return;
-  const LCString record = Record(text);
-  vq0300_internal::FilePtr file(std::fopen(m_strLogFilename.c_str(), "a"));
-  if (file == nullptr) return;
   // As a format without arguments: "%%" becomes one percent sign, any other
   // directive is written as it stands.
-  vq0300_internal::WriteWithoutArguments(file.get(), record.c_str());
+  AppendRecord(m_strLogFilename, text, vq0300_internal::WriteWithoutArguments);
 }
 
 void LLog::WriteMessage2(char const* text) {
-  if (m_strLogFilename.empty()) return;
-  const LCString record = Record(text);
-  vq0300_internal::FilePtr file(std::fopen(m_strLogFilename.c_str(), "a"));
-  if (file == nullptr) return;
-  std::fputs(record.c_str(), file.get());
+  AppendRecord(m_strLogFilename, text,
+               [](FILE* file, char const* record) { std::fputs(record, file); });
 }
 
 void LLog::Clear() {

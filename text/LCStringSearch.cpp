@@ -11,14 +11,11 @@
 
 #include "vq0300/LCString.h"
 
+#include "core/Helpers_internal.h"
+
 namespace {
 
-// White space is every byte outside '!' (0x21) to '~' (0x7E): NUL, controls,
-// space, DEL and all bytes with the top bit set.
-bool IsWhiteSpace(char c) {
-  const unsigned char u = static_cast<unsigned char>(c);
-  return u < 0x21 || u > 0x7E;
-}
+using vq0300_internal::IsWhiteSpace;
 
 // Index of the first byte behind the last NUL among the first length bytes
 // of data; 0 when there is no NUL there.

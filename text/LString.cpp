@@ -2,12 +2,11 @@
 
 #include <cstring>
 
+#include "core/Helpers_internal.h"
+
 namespace {
 
-bool IsWhiteSpace(char c) {
-  const unsigned char byte = static_cast<unsigned char>(c);
-  return byte < 0x21 || byte > 0x7E;
-}
+using vq0300_internal::IsWhiteSpace;
 
 // Copies n characters of src to dst and terminates them; the two may
 // overlap (Left, Right and Mid accept dst == src).

@@ -18,14 +18,13 @@
 #include <vq0300/ErrorElement.h>
 #include <vq0300/ErrorHandler.h>
 
+#include "core/Helpers_internal.h"
+#include "errors/WorkingDirectory_internal.h"
+
 namespace errdef {
 namespace {
 
 constexpr char kSeparator[] = "<S/>";
-
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
 
 int CountMarks(const std::string& text, const char* mark) {
   int count = 0;
@@ -222,12 +221,8 @@ std::vector<Row> LoadedRows(ErrorHandler& handler, const Reading& reading,
 // --- Reasons for a failed load --------------------------------------------------------
 
 bool WorkingDirectoryKnown() {
-  std::vector<char> area(4096);
-  while (getcwd(area.data(), area.size()) == nullptr) {
-    if (errno != ERANGE) return false;
-    area.resize(area.size() * 2);
-  }
-  return true;
+  std::string saved;
+  return vq0300_internal::SaveWorkingDirectory(saved);
 }
 
 std::string FailureReason(int result, const std::string& base, int open_error,
@@ -270,7 +265,7 @@ CheckResult CheckDefinitionFile(const std::string& path, int selector) {
   check.load_result = handler.Initialize(base.data(), selector);
 
   errno = 0;
-  std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "r"));
+  vq0300_internal::FilePtr file(std::fopen(path.c_str(), "r"));
   const int open_error = file == nullptr ? errno : 0;
   std::unique_ptr<Reading> reading;
   if (file != nullptr)

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "core/Helpers_internal.h"
+
 namespace errdef {
 namespace {
 
@@ -23,10 +25,8 @@ constexpr size_t kReadSize = 65536;
 // The loader drops the text of a statement that would grow past this size.
 constexpr size_t kMaxStatement = size_t{1} << 24;
 
-bool Blank(char c) {
-  const unsigned char byte = static_cast<unsigned char>(c);
-  return byte < 0x21 || byte > 0x7E;
-}
+// The loader's white space.
+bool Blank(char c) { return vq0300_internal::IsWhiteSpace(c); }
 
 // --- Cutting text apart by the loader's formulas -----------------------------
 
