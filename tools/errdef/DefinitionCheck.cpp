@@ -82,11 +82,11 @@ class StatementCheck {
     if (CountMarks(s.text, kSeparator) >= 2 ||
         (separator != std::string::npos && s.text.find("Offset") > separator)) {
       Warn(s, "read as an offset statement because it holds \"Offset\" (" +
-                  (s.ends_block ? std::string("it ends the selected block")
-                                : "its value reads as " + std::to_string(s.value)) +
+                  (s.endsBlock ? std::string("it ends the selected block")
+                               : "its value reads as " + std::to_string(s.value)) +
                   "): " + Quoted(s.text));
-    } else if (!s.ends_block) {
-      NumberText(s, "offset", s.value_text, "its block gets the offset");
+    } else if (!s.endsBlock) {
+      NumberText(s, "offset", s.valueText, "its block gets the offset");
     }
     CommentMarks(s);
   }
@@ -101,13 +101,13 @@ class StatementCheck {
                   (separators < 2 ? ", continue " + std::to_string(s.cont)
                                   : ", action " + Quoted(s.action)));
     }
-    if (separators >= 1) NumberText(s, "number", s.number_text, "read as");
+    if (separators >= 1) NumberText(s, "number", s.numberText, "read as");
     if (separators == 2 && s.message.empty()) Warn(s, "definition has an empty message");
     if (separators == 2 && LooksLikeStop(s.action)) {
       Warn(s, "action " + Quoted(s.action) + " is not \"STOP\": the definition continues (1)");
     }
     CommentMarks(s);
-    if (s.ahead_of_blocks) ahead_.push_back(&s);
+    if (s.aheadOfBlocks) ahead_.push_back(&s);
     if (!s.loaded) return;
     const auto first = first_line_.emplace(s.code, s.line);
     if (!first.second) {
@@ -186,14 +186,14 @@ std::vector<Row> LoadedRows(ErrorHandler& handler, const Reading& reading,
                             std::vector<Warning>& warnings) {
   std::set<uint32_t> codes;
   for (const Statement& s : reading.statements) {
-    if (!s.is_offset && s.loaded) codes.insert(s.code);
+    if (!s.isOffset && s.loaded) codes.insert(s.code);
   }
   uint32_t spare = 0;
   while (codes.count(spare) != 0) ++spare;
   HiddenElements hidden(spare);
   std::vector<Row> rows;
   for (const Statement& s : reading.statements) {
-    if (s.is_offset || !s.loaded) continue;
+    if (s.isOffset || !s.loaded) continue;
     ErrorElement* element = Lookup(handler, s.code);
     if (element == nullptr) {
       warnings.push_back(
@@ -287,7 +287,7 @@ CheckResult CheckDefinitionFile(const std::string& path, int selector) {
   }
   StatementCheck statements(check.warnings);
   for (const Statement& s : reading->statements) {
-    if (s.is_offset) {
+    if (s.isOffset) {
       statements.Offset(s);
     } else {
       statements.Definition(s);

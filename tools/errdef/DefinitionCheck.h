@@ -3,10 +3,11 @@
 // accepts but a person probably did not mean.
 //
 // The loader cannot list its definitions, so the file is read a second time
-// by DefinitionReader, which follows the loader's rules and keeps the line of
+// by DefinitionReader, with the loader's own scanner, keeping the line of
 // every statement. Each definition found there is then looked up in the
 // loaded handler, in file order, and the table shows the loaded element, not
-// the second reading. Where the two disagree, a warning says so.
+// the second reading. Where the two disagree (they share one reader, so only
+// a fault of the handler would make them), a warning says so.
 #ifndef VQ0300_TOOLS_ERRDEF_DEFINITIONCHECK_H
 #define VQ0300_TOOLS_ERRDEF_DEFINITIONCHECK_H
 

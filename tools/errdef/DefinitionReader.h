@@ -1,10 +1,11 @@
-// DefinitionReader: a second reading of an error definition file, done the
-// way ErrorHandler's loader reads it, but keeping what the loader throws away:
-// the line of every character, the statements it dropped or took apart, and
-// the places where its rules cut text that a person probably meant to keep.
+// DefinitionReader: the reading of an error definition file by the loader's
+// own scanner (errors/DefinitionScanner_internal.h, compiled into the tool),
+// keeping what the loader throws away: the line of every statement, the
+// statements it dropped or took apart, and the places where its rules cut
+// text that a person probably meant to keep, as warnings in words.
 //
-// The loader itself stays the authority: DefinitionCheck compares every
-// definition found here with the element the loader produced.
+// DefinitionCheck still compares every definition found here with the element
+// the loaded ErrorHandler holds, so the report shows what the library did.
 #ifndef VQ0300_TOOLS_ERRDEF_DEFINITIONREADER_H
 #define VQ0300_TOOLS_ERRDEF_DEFINITIONREADER_H
 
@@ -12,6 +13,8 @@
 #include <cstdio>
 #include <string>
 #include <vector>
+
+#include "errors/DefinitionScanner_internal.h"
 
 namespace errdef {
 
@@ -22,25 +25,9 @@ struct Warning {
   std::string text;
 };
 
-// One statement as the reader cut it out: the text up to and including its
-// first "<E/>", trimmed, with the fields the loader takes from it.
-struct Statement {
-  int line = 0;             // line of the statement's first character
-  std::string text;         // ends in "<E/>"
-  bool is_offset = false;   // holds "Offset" anywhere
-  bool ends_block = false;  // an offset statement that ends the selected block and the pass
-  // Offset statements.
-  std::string value_text;  // between the first "<S/>" and the "<E/>"
-  int32_t value = 0;       // strtol, low 32 bits
-  // Definition statements.
-  std::string number_text;
-  std::string message;
-  std::string action;
-  uint32_t code = 0;             // offset in force << 16 | number, 16 bits each
-  uint16_t cont = 1;             // 0 only for the action "STOP"
-  bool loaded = false;           // the loader appends it to its definition list
-  bool ahead_of_blocks = false;  // no offset statement stood before it
-};
+// One statement as the loader's reader cut it out, with the fields it takes
+// from it (see DefinitionScanner_internal.h).
+using Statement = vq0300_internal::ScannedStatement;
 
 struct Reading {
   // 0 when the pass ends normally, -1 when the loader's pass fails (no
@@ -66,7 +53,7 @@ struct Reading {
 Reading ReadDefinitionFile(std::FILE* file, int selector);
 
 // The trimming of the loader: drops at both ends every byte outside 0x21..0x7E.
-std::string Trimmed(const std::string& text);
+using vq0300_internal::Trimmed;
 
 // text in double quotes for a warning, cut to about 60 bytes ("...").
 std::string Quoted(const std::string& text);
