@@ -172,11 +172,12 @@ static_assert(kMu == 0x104D101DFull, "Barrett constant of 0x04C11DB7");
 #define VQ0300_CLMUL_TARGET __attribute__((target("pclmul,sse4.1")))
 #define VQ0300_VCLMUL_TARGET __attribute__((target("avx512f,avx512bw,vpclmulqdq,pclmul,sse4.1")))
 
-// The fold constants of a distance of d bits: the high quadword multiplies
+// The fold constants of a distance of D bits: the high quadword multiplies
 // the high half of a lane, the low quadword the low half.
-VQ0300_CLMUL_TARGET inline __m128i FoldBy(int d) {
-  return _mm_set_epi64x(static_cast<long long>(XPowMod(d + 64)),
-                        static_cast<long long>(XPowMod(d)));
+template <int D>
+VQ0300_CLMUL_TARGET inline __m128i FoldBy() {
+  constexpr uint64_t kHigh = XPowMod(D + 64), kLow = XPowMod(D);  // at compile time
+  return _mm_set_epi64x(static_cast<long long>(kHigh), static_cast<long long>(kLow));
 }
 
 // Reverses the 16 bytes of a lane, so the first byte of memory is the highest.
@@ -232,14 +233,14 @@ VQ0300_CLMUL_TARGET uint32_t FoldClmul(uint32_t r, const unsigned char* p, size_
   __m128i x3 = LoadLane(p + 48, swap);
   p += 64;
   n -= 64;
-  const __m128i k512 = FoldBy(512);
+  const __m128i k512 = FoldBy<512>();
   for (; n >= 64; p += 64, n -= 64) {
     x0 = Fold(x0, k512, LoadLane(p, swap));
     x1 = Fold(x1, k512, LoadLane(p + 16, swap));
     x2 = Fold(x2, k512, LoadLane(p + 32, swap));
     x3 = Fold(x3, k512, LoadLane(p + 48, swap));
   }
-  const __m128i k128 = FoldBy(128);
+  const __m128i k128 = FoldBy<128>();
   x1 = Fold(x0, k128, x1);
   x2 = Fold(x1, k128, x2);
   x3 = Fold(x2, k128, x3);
@@ -274,24 +275,24 @@ VQ0300_VCLMUL_TARGET uint32_t FoldVclmul(uint32_t r, const unsigned char* p, siz
   __m512i z3 = LoadLanes(p + 192, swap);
   p += 256;
   n -= 256;
-  const __m512i k2048 = _mm512_maskz_broadcast_i32x4(kAll, FoldBy(2048));
+  const __m512i k2048 = _mm512_maskz_broadcast_i32x4(kAll, FoldBy<2048>());
   for (; n >= 256; p += 256, n -= 256) {
     z0 = Fold4(z0, k2048, LoadLanes(p, swap));
     z1 = Fold4(z1, k2048, LoadLanes(p + 64, swap));
     z2 = Fold4(z2, k2048, LoadLanes(p + 128, swap));
     z3 = Fold4(z3, k2048, LoadLanes(p + 192, swap));
   }
-  const __m512i k512 = _mm512_maskz_broadcast_i32x4(kAll, FoldBy(512));
+  const __m512i k512 = _mm512_maskz_broadcast_i32x4(kAll, FoldBy<512>());
   z1 = Fold4(z0, k512, z1);
   z2 = Fold4(z1, k512, z2);
   z3 = Fold4(z2, k512, z3);
   for (; n >= 64; p += 64, n -= 64) z3 = Fold4(z3, k512, LoadLanes(p, swap));
   // Lane 0 holds the highest bytes: 48 bytes follow it, 32 lane 1, 16 lane 2.
   __m128i x = _mm512_maskz_extracti32x4_epi32(0xF, z3, 3);
-  x = Fold(_mm512_maskz_extracti32x4_epi32(0xF, z3, 2), FoldBy(128), x);
-  x = Fold(_mm512_maskz_extracti32x4_epi32(0xF, z3, 1), FoldBy(256), x);
-  x = Fold(_mm512_maskz_extracti32x4_epi32(0xF, z3, 0), FoldBy(384), x);
-  const __m128i k128 = FoldBy(128);
+  x = Fold(_mm512_maskz_extracti32x4_epi32(0xF, z3, 2), FoldBy<128>(), x);
+  x = Fold(_mm512_maskz_extracti32x4_epi32(0xF, z3, 1), FoldBy<256>(), x);
+  x = Fold(_mm512_maskz_extracti32x4_epi32(0xF, z3, 0), FoldBy<384>(), x);
+  const __m128i k128 = FoldBy<128>();
   for (; n >= 16; p += 16, n -= 16) x = Fold(x, k128, LoadLane(p, swap128));
   return ReduceLane(x);
 }
