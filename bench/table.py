@@ -16,9 +16,27 @@ import tempfile
 # (operation, library benchmark, peer, peer benchmark); the peer may be None.
 ROWS = [
     ("LRNG::GetRandom", "BM_LRNG_GetRandom", "std::mt19937", "BM_std_mt19937"),
-    ("get_crc_32, 64 KiB", "BM_get_crc_32/65536", "bitwise CRC-32", "BM_bitwise_crc_32/65536"),
-    ("get_crc_16, 64 KiB", "BM_get_crc_16/65536", "bitwise CRC-16", "BM_bitwise_crc_16/65536"),
-    ("get_crc_ccitt, 64 KiB", "BM_get_crc_ccitt/65536", "bitwise CCITT", "BM_bitwise_crc_ccitt/65536"),
+    ("get_crc_32, 4 KiB", "BM_get_crc_32/4096", "slicing-by-8", "BM_slicing8_crc_32/4096"),
+    ("get_crc_32, 64 KiB", "BM_get_crc_32/65536", "slicing-by-8", "BM_slicing8_crc_32/65536"),
+    ("get_crc_32, 64 KiB", "BM_get_crc_32/65536", "byte table", "BM_byte_table_crc_32/65536"),
+    ("get_crc_32, 16 MiB", "BM_get_crc_32/16777216", "slicing-by-8", "BM_slicing8_crc_32/16777216"),
+    ("get_crc_32 as cksum, 256 MiB", "BM_get_crc_32_cksum_bytes/iterations:3/real_time",
+     "cksum command, file in page cache", "BM_cksum_command/iterations:3/real_time"),
+    ("CRC-32 portable path, 64 KiB", "BM_crc_32_path/0/65536", "slicing-by-8",
+     "BM_slicing8_crc_32/65536"),
+    ("CRC-32 PCLMULQDQ path, 64 KiB", "BM_crc_32_path/1/65536", "slicing-by-8",
+     "BM_slicing8_crc_32/65536"),
+    ("CRC-32 VPCLMULQDQ path, 64 KiB", "BM_crc_32_path/2/65536", "slicing-by-8",
+     "BM_slicing8_crc_32/65536"),
+    ("get_crc_32, 1 byte", "BM_get_crc_32/1", "byte table, inlined", "BM_byte_table_crc_32/1"),
+    ("get_crc_32, 16 bytes", "BM_get_crc_32/16", "byte table, inlined", "BM_byte_table_crc_32/16"),
+    ("get_crc_32, 64 bytes", "BM_get_crc_32/64", "byte table, inlined", "BM_byte_table_crc_32/64"),
+    ("get_crc_16, 64 KiB", "BM_get_crc_16/65536", "byte table", "BM_byte_table_crc_16/65536"),
+    ("get_crc_16 reverse, 64 KiB", "BM_get_crc_16_reverse/65536", "byte table",
+     "BM_byte_table_crc_16/65536"),
+    ("get_crc_16, 64 bytes", "BM_get_crc_16/64", "byte table, inlined", "BM_byte_table_crc_16/64"),
+    ("get_crc_ccitt, 64 KiB by byte", "BM_get_crc_ccitt/65536", "byte-table step by pointer",
+     "BM_byte_table_ccitt_by_pointer/65536"),
     ("RBTree::Insert, 1M keys", "RBTreeInsert/1000000", "std::set", "StdSetInsert/1000000"),
     ("RBTree::Insert, 1M keys", "RBTreeInsert/1000000", "std::map", "StdMapInsert/1000000"),
     ("RBTree::Search, 1M keys", "RBTreeSearch/1000000", "std::set", "StdSetSearch/1000000"),
@@ -34,6 +52,20 @@ ROWS = [
     ("LHash::getKey, 100,000 keys", "LHashGetKey/100000", None, None),
     ("ErrorHandler::Initialize, 100,000 definitions", "BM_InitializeWholeFile", None, None),
 ]
+
+
+def processor():
+    """The processor's model name and the instruction sets the CRC paths use."""
+    try:
+        info = open("/proc/cpuinfo").read()
+    except OSError:
+        return "processor unknown"
+    name = next((line.split(":", 1)[1].strip() for line in info.splitlines()
+                 if line.startswith("model name")), "processor unknown")
+    flags = next((line.split(":", 1)[1].split() for line in info.splitlines()
+                  if line.startswith("flags")), [])
+    have = [f for f in ("pclmulqdq", "vpclmulqdq", "avx512bw") if f in flags]
+    return f"{name}, with {', '.join(have)}" if have else name
 
 
 def rate(result):
@@ -60,9 +92,11 @@ def main():
     with tempfile.NamedTemporaryFile(suffix=".json") as out:
         subprocess.run([sys.argv[1], "--benchmark_out=" + out.name, "--benchmark_out_format=json",
                         *sys.argv[2:]], check=True, stdout=subprocess.DEVNULL)
-        results = {r["name"]: r for r in json.load(open(out.name))["benchmarks"]}
-    print(f"Measured {datetime.date.today()} on {platform.machine()}, {os.cpu_count()} cores, "
-          f"{platform.platform()}; one run, release build.\n")
+        data = json.load(open(out.name))
+        # A benchmark that skipped itself (SkipWithError) counts as absent.
+        results = {r["name"]: r for r in data["benchmarks"] if not r.get("error_occurred")}
+    print(f"Measured {datetime.date.today()} on {platform.machine()} ({processor()}), "
+          f"{os.cpu_count()} cores, {platform.platform()}; one run, release build.\n")
     print("| Operation | Throughput | Peer in the same run | Peer throughput | Ratio |")
     print("|---|---|---|---|---|")
     for operation, name, peer, peer_name in ROWS:

@@ -4,6 +4,7 @@
 #ifndef VQ0300_CHECKS_BYTEBITS_INTERNAL_H
 #define VQ0300_CHECKS_BYTEBITS_INTERNAL_H
 
+#include <array>
 #include <cstdint>
 
 namespace vq0300_internal {
@@ -19,6 +20,14 @@ constexpr uint8_t reverse_byte_bits(uint8_t b) {
 static_assert(reverse_byte_bits(0x12) == 0x48 && reverse_byte_bits(0xF0) == 0x0F &&
                   reverse_byte_bits(0x01) == 0x80,
               "bit mirror");
+
+// reverse_byte_bits of every byte, for loops that mirror byte after byte.
+constexpr std::array<uint8_t, 256> MakeReversedBytes() {
+  std::array<uint8_t, 256> t{};
+  for (uint32_t i = 0; i < 256; ++i) t[i] = reverse_byte_bits(static_cast<uint8_t>(i));
+  return t;
+}
+inline constexpr std::array<uint8_t, 256> kReversedBytes = MakeReversedBytes();
 
 }  // namespace vq0300_internal
 

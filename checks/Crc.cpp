@@ -3,6 +3,7 @@
 #include <array>
 
 #include "ByteBits_internal.h"
+#include "CrcFast_internal.h"
 
 VQ0300_API uint16_t g_wCRC_CCITT_Register = 0;
 VQ0300_API uint32_t g_dwCRC32_Register = 0;
@@ -20,28 +21,12 @@ constexpr uint64_t Crc32Entry(uint32_t i) {
   return r;
 }
 
-// Entry n is four single-bit steps of 0xA001 from the value n. The low 16
-// bits are used.
-constexpr uint32_t crc16_nibble_table[16] = {
-    0x0000, 0xCC01, 0xD801, 0x1400, 0xF001, 0x3C00, 0x2800, 0xE401,
-    0xA001, 0x6C00, 0x7800, 0xB401, 0x5000, 0x9C01, 0x8801, 0x4400,
-};
-
-constexpr bool NibbleTableHolds() {
-  for (uint32_t n = 0; n < 16; ++n) {
-    uint32_t r = n;
-    for (int k = 0; k < 4; ++k) r = (r & 1u) != 0 ? (r >> 1) ^ kPoly16 : r >> 1;
-    if (r != crc16_nibble_table[n]) return false;
-  }
-  return true;
-}
-static_assert(NibbleTableHolds(), "crc16_nibble_table");
 static_assert(Crc32Entry(1) == kPoly32, "CRCTable entry 1");
 
 // A byte of the caller's buffer as it enters a 16-bit register.
 inline uint32_t InputByte(char c, bool reverse) {
   const auto b = static_cast<uint8_t>(c);
-  return reverse ? vq0300_internal::reverse_byte_bits(b) : b;
+  return reverse ? vq0300_internal::kReversedBytes[b] : b;
 }
 
 // Eight low-bit-first steps of the byte b into the 16-bit register r.
@@ -53,16 +38,21 @@ constexpr uint32_t EightBitSteps(uint32_t r, uint32_t b, uint32_t poly) {
   return r;
 }
 
-// The CCITT update does its eight low-bit-first steps through one lookup:
-// entry i is the eight steps of 0x8408 from the value i, and the register
-// after a byte b is (r >> 8) XOR entry[(r XOR b) & 0xFF], the same value the
-// steps give one by one.
-constexpr std::array<uint16_t, 256> CcittByteTable() {
+// Byte tables of the low-bit-first 16-bit registers: entry i is the eight
+// steps of poly from the value i, and the register after a byte b is
+// (r >> 8) XOR entry[(r XOR b) & 0xFF], the same value the steps give one by
+// one. The CCITT update is one such step; get_crc_16 runs short buffers so,
+// where the call into the sliced form would cost more than it saves.
+constexpr std::array<uint16_t, 256> ByteTable16(uint32_t poly) {
   std::array<uint16_t, 256> t{};
-  for (uint32_t i = 0; i < 256; ++i) t[i] = static_cast<uint16_t>(EightBitSteps(i, 0, kPolyCcitt));
+  for (uint32_t i = 0; i < 256; ++i) t[i] = static_cast<uint16_t>(EightBitSteps(i, 0, poly));
   return t;
 }
-constexpr std::array<uint16_t, 256> kCcittTable = CcittByteTable();
+constexpr std::array<uint16_t, 256> kCcittTable = ByteTable16(kPolyCcitt);
+constexpr std::array<uint16_t, 256> kCrc16Table = ByteTable16(kPoly16);
+
+// Below this length get_crc_16 and get_crc_32 run the byte recurrence in place.
+constexpr int kShortCrc = 16;
 
 }  // namespace
 
@@ -80,15 +70,16 @@ VQ0300_API extern const uint64_t CRCTable[256] = {VQ0300_E64(0), VQ0300_E64(64),
 
 unsigned short get_crc_16(unsigned short crc, char* data, int length, bool reverse) {
   if (length <= 0 || data == nullptr) return crc;
-  uint32_t r = crc;
-  for (int i = 0; i < length; ++i) {
-    const uint32_t b = InputByte(data[i], reverse);
-    // Low nibble, then high nibble. The table is linear, so T[r] ^ T[b] is
-    // T[r ^ b]: one lookup per four bits.
-    r = (r >> 4) ^ crc16_nibble_table[(r ^ b) & 0xFu];
-    r = (r >> 4) ^ crc16_nibble_table[(r ^ (b >> 4)) & 0xFu];
+  if (length < kShortCrc) {
+    uint32_t r = crc;
+    for (int i = 0; i < length; ++i)
+      r = (r >> 8) ^ kCrc16Table[(r ^ InputByte(data[i], reverse)) & 0xFFu];
+    return static_cast<unsigned short>(r);
   }
-  return static_cast<unsigned short>(r);
+  // Sliced 16 bytes a step. Either way the register is that of the four-bit
+  // steps through the 16-entry nibble table, which the tests keep as the reference.
+  return vq0300_internal::Crc16Update(crc, reinterpret_cast<const unsigned char*>(data),
+                                      static_cast<size_t>(length), reverse);
 }
 
 unsigned short get_crc_16_slow(unsigned short crc, char* data, int length, bool reverse) {
@@ -113,11 +104,15 @@ void init_crc32() { g_dwCRC32_Register = 0; }
 
 void get_crc_32(char* data, int length, bool /*flag*/) {
   if (length <= 0 || data == nullptr) return;
-  const uint64_t* const table = CRCTable;
+  const auto* p = reinterpret_cast<const unsigned char*>(data);
   uint32_t r = g_dwCRC32_Register;
-  for (int i = 0; i < length; ++i) {
-    const uint32_t b = static_cast<uint8_t>(data[i]);
-    r = (r << 8) ^ static_cast<uint32_t>(table[(r >> 24) ^ b]);
+  if (length < kShortCrc) {
+    // Short buffers: the byte recurrence itself, no dispatch.
+    const uint64_t* const table = CRCTable;
+    for (int i = 0; i < length; ++i) r = (r << 8) ^ static_cast<uint32_t>(table[(r >> 24) ^ p[i]]);
+  } else {
+    r = vq0300_internal::Crc32Update(r, p, static_cast<size_t>(length),
+                                     vq0300_internal::BestCrc32Path());
   }
   g_dwCRC32_Register = r;
 }

@@ -44,8 +44,9 @@ VQ0300_API extern uint32_t g_dwCRC32_Register;
 VQ0300_API extern const uint64_t CRCTable[256];
 
 // Adds length bytes of data to the register crc and returns the new register.
-// Table-driven, four bits at a time. To run over several buffers, feed each
-// result in as the next crc.
+// Table-driven, 16 bytes a step; the same register as four-bit steps through
+// a 16-entry table. To run over several buffers, feed each result in as the
+// next crc.
 // A length of 0 or less, or a null data, returns crc and reads nothing.
 // Example: get_crc_16(0, "123456789", 9, false) is 0xBB3D; from 0xFFFF it is
 // 0x4B37; from 0 with reverse true it is 0x177F.
@@ -70,11 +71,13 @@ VQ0300_API unsigned short return_crc_ccitt();
 // Starts a 32-bit computation: sets g_dwCRC32_Register to 0.
 VQ0300_API void init_crc32();
 
-// Adds length bytes of data, in buffer order, to the 32-bit register, one
-// CRCTable lookup per byte. Each byte enters at the top of the register, so
-// the register is that of the message followed by 32 zero bits.
-// The flag is ignored: true and false feed the bytes alike, never mirrored.
-// A length of 0 or less, or a null data, leaves the register alone.
+// Adds length bytes of data, in buffer order, to the 32-bit register: the
+// register of one CRCTable lookup per byte, for any length and alignment.
+// Long buffers are folded by carry-less multiplication where the processor
+// has it (asked once per process), else sliced 16 bytes a step. Each byte enters at the top of the
+// register, so the register is that of the message followed by 32 zero bits. The flag is ignored:
+// true and false feed the bytes alike, never mirrored. A length of 0 or less, or a null data,
+// leaves the register alone.
 VQ0300_API void get_crc_32(char* data, int length, bool flag);
 
 // Adds one bit, bit 0 of bit (the other bits are ignored), at the LOW end of

@@ -2,11 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <random>
 #include <string>
+#include <vector>
 
+#include "CrcFast_internal.h"  // compiled into this program, to run each path by name
 #include "TestSupport.h"
 
 namespace {
@@ -56,11 +60,56 @@ unsigned int BitCrc32(const std::string& data, int zeros) {
   return return_crc32();
 }
 
+// Register-level references for the buffer forms. The 32-bit one is the byte
+// recurrence through CRCTable; the 16-bit one the four-bit steps through the
+// nibble table; the bitwise ones share no table with the library.
+uint32_t TableCrc32(uint32_t r, const unsigned char* p, size_t n) {
+  for (size_t i = 0; i < n; ++i) r = (r << 8) ^ static_cast<uint32_t>(CRCTable[(r >> 24) ^ p[i]]);
+  return r;
+}
+uint32_t BitwiseCrc32(uint32_t r, const unsigned char* p, size_t n) {
+  for (size_t i = 0; i < n; ++i) {
+    r ^= static_cast<uint32_t>(p[i]) << 24;
+    for (int k = 0; k < 8; ++k) r = (r & 0x80000000u) != 0 ? (r << 1) ^ 0x04C11DB7u : r << 1;
+  }
+  return r;
+}
+unsigned char Entering(unsigned char b, bool reverse) {
+  unsigned char m = 0;
+  for (int i = 0; i < 8; ++i) m |= ((b >> i) & 1u) << (7 - i);
+  return reverse ? m : b;
+}
+uint16_t NibbleCrc16(uint16_t crc, const unsigned char* p, size_t n, bool reverse) {
+  static constexpr uint16_t kNibble[16] = {0x0000, 0xCC01, 0xD801, 0x1400, 0xF001, 0x3C00,
+                                           0x2800, 0xE401, 0xA001, 0x6C00, 0x7800, 0xB401,
+                                           0x5000, 0x9C01, 0x8801, 0x4400};
+  uint32_t r = crc;
+  for (size_t i = 0; i < n; ++i) {
+    const uint32_t b = Entering(p[i], reverse);
+    r = (r >> 4) ^ kNibble[r & 0xFu];
+    r ^= kNibble[b & 0xFu];
+    r = (r >> 4) ^ kNibble[r & 0xFu];
+    r ^= kNibble[b >> 4];
+  }
+  return static_cast<uint16_t>(r);
+}
+uint16_t BitwiseCrc16(uint16_t crc, const unsigned char* p, size_t n, bool reverse) {
+  uint32_t r = crc;
+  for (size_t i = 0; i < n; ++i) {
+    r ^= Entering(p[i], reverse);
+    for (int k = 0; k < 8; ++k) r = (r & 1u) != 0 ? (r >> 1) ^ 0xA001u : r >> 1;
+  }
+  return static_cast<uint16_t>(r);
+}
+
 }  // namespace
 
-// Runs first in the program, so it sees the registers as loading left them.
-TEST(Crc, RegistersAreZeroAtLoad) {
-  EXPECT_TRUE(g_dwCRC32_Register == 0 && g_wCRC_CCITT_Register == 0);
+// Loading leaves both registers at 0. Looked at in a fresh run of this
+// program, so no other test can have moved them first.
+TEST(CrcDeathTest, RegistersAreZeroAtLoad) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(std::exit(g_dwCRC32_Register == 0 ? 0 : 1), testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(std::exit(g_wCRC_CCITT_Register == 0 ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
 TEST(Crc, CatalogueCheckValues) {
@@ -95,6 +144,57 @@ TEST(Crc, MatchesBitwiseReferenceOnRandomData) {
       EXPECT_EQ(~Crc32(s, rev), Cksum(s)) << n;  // the flag of get_crc_32 is ignored
     }
     EXPECT_EQ(BitCrc32(s, 32), Crc32(s)) << n;
+  }
+}
+
+// The buffer forms against the references over random buffers: every length
+// up to 300, then sampled lengths to beyond 70,000, at every alignment from 0
+// to 63, from random registers, in random pieces. Each path of the fast forms
+// runs by name (the portable one on every processor), and the public
+// functions through whatever path the dispatch picked.
+TEST(Crc, BufferFormsMatchReferences) {
+  using vq0300_internal::Crc32Path;
+  std::mt19937 gen(13);
+  std::vector<unsigned char> pool(70'500 + 64);
+  for (unsigned char& c : pool) c = static_cast<unsigned char>(gen());
+  std::vector<Crc32Path> paths = {Crc32Path::kPortable};
+  for (Crc32Path p : {Crc32Path::kClmul, Crc32Path::kVclmul})
+    if (vq0300_internal::BestCrc32Path() >= p) paths.push_back(p);
+  std::vector<size_t> lengths;
+  for (size_t n = 0; n <= 300; ++n) lengths.push_back(n);
+  for (size_t n : {511, 512, 513, 1023, 4096, 4111, 65536, 70'000, 70'500}) lengths.push_back(n);
+  for (int i = 0; i < 40; ++i) lengths.push_back(gen() % 70'500);
+  for (size_t i = 0; i < lengths.size(); ++i) {
+    const size_t n = lengths[i], align = i % 64;
+    unsigned char* p = pool.data() + align;
+    char* data = reinterpret_cast<char*>(p);
+    const auto r32 = static_cast<uint32_t>(gen());
+    const auto r16 = static_cast<uint16_t>(gen());
+    const bool flag = (gen() & 1u) != 0;
+    std::array<size_t, 2> cut = {gen() % (n + 1), gen() % (n + 1)};  // three pieces
+    if (cut[0] > cut[1]) std::swap(cut[0], cut[1]);
+    const std::array<size_t, 4> bounds = {0, cut[0], cut[1], n};
+
+    const uint32_t want32 = BitwiseCrc32(r32, p, n);
+    EXPECT_EQ(TableCrc32(r32, p, n), want32) << n;
+    for (Crc32Path path : paths)
+      EXPECT_EQ(vq0300_internal::Crc32Update(r32, p, n, path), want32)
+          << n << " path " << static_cast<int>(path);
+    g_dwCRC32_Register = r32;
+    for (size_t k = 0; k < 3; ++k)
+      get_crc_32(data + bounds[k], static_cast<int>(bounds[k + 1] - bounds[k]), flag);
+    EXPECT_EQ(return_crc32(), want32) << n << " in pieces at " << cut[0] << ", " << cut[1];
+
+    for (bool reverse : {false, true}) {
+      const uint16_t want16 = BitwiseCrc16(r16, p, n, reverse);
+      EXPECT_EQ(NibbleCrc16(r16, p, n, reverse), want16) << n;
+      EXPECT_EQ(vq0300_internal::Crc16Update(r16, p, n, reverse), want16) << n;
+      uint16_t crc = r16;
+      for (size_t k = 0; k < 3; ++k)
+        crc =
+            get_crc_16(crc, data + bounds[k], static_cast<int>(bounds[k + 1] - bounds[k]), reverse);
+      EXPECT_EQ(crc, want16) << n << " in pieces at " << cut[0] << ", " << cut[1];
+    }
   }
 }
 

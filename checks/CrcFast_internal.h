@@ -1,0 +1,39 @@
+// The fast buffer forms behind get_crc_32 and get_crc_16, private to the
+// library. The public functions in Crc.cpp call them; the CRC tests compile
+// CrcFast.cpp into their own program to run every path by name, also the ones
+// the dispatch would not pick, so the portable path is covered on a processor
+// that has the carry-less multiply.
+#ifndef VQ0300_CHECKS_CRCFAST_INTERNAL_H
+#define VQ0300_CHECKS_CRCFAST_INTERNAL_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vq0300_internal {
+
+// How Crc32Update runs over long buffers. Ordered: a processor that has one
+// path has every path before it.
+enum class Crc32Path {
+  kPortable,  // slicing by 16 bytes through constexpr tables
+  kClmul,     // PCLMULQDQ folding, 64 bytes a step
+  kVclmul,    // VPCLMULQDQ folding on 512-bit registers, 256 bytes a step
+};
+
+// The fastest path this processor runs, asked of the processor once per
+// process (thread-safely) and then remembered.
+Crc32Path BestCrc32Path();
+
+// The high-bit-first register of polynomial 0x04C11DB7 after the n bytes at p
+// are taken in at the top of the register r, one byte after another: the same
+// value as the byte-table recurrence. A path the processor lacks must not be
+// asked for; any length and alignment is fine.
+uint32_t Crc32Update(uint32_t r, const unsigned char* p, size_t n, Crc32Path path);
+
+// The low-bit-first register of polynomial 0xA001 after the n bytes at p, each
+// mirrored first when reverse is set: the value of the four-bit steps of
+// get_crc_16, by slicing 16 bytes a step.
+uint16_t Crc16Update(uint16_t r, const unsigned char* p, size_t n, bool reverse);
+
+}  // namespace vq0300_internal
+
+#endif  // VQ0300_CHECKS_CRCFAST_INTERNAL_H
