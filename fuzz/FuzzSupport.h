@@ -3,8 +3,12 @@
 #ifndef VQ0300_FUZZ_FUZZSUPPORT_H
 #define VQ0300_FUZZ_FUZZSUPPORT_H
 
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 #include <string>
 
 // Aborts through the harness's own Fail(line, text) when cond is false, so
@@ -32,6 +36,15 @@ inline std::string Escaped(const std::string& s) {
     out += hex;
   }
   return out;
+}
+
+// An int argument that is often at an edge: one of edges, or, in others of
+// every edges.size() + others draws, a value from lo to hi.
+inline int EdgeOrRange(FuzzedDataProvider& in, std::initializer_list<int> edges, int others, int lo,
+                       int hi) {
+  const std::size_t pick = in.ConsumeIntegralInRange<std::size_t>(0, edges.size() + others - 1);
+  if (pick < edges.size()) return edges.begin()[pick];
+  return in.ConsumeIntegralInRange(lo, hi);
 }
 
 #endif  // VQ0300_FUZZ_FUZZSUPPORT_H

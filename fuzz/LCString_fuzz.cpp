@@ -87,24 +87,7 @@ std::string Bytes(FuzzedDataProvider& in) { return in.ConsumeRandomLengthString(
 std::string Text(FuzzedDataProvider& in) { return Bytes(in).c_str(); }
 
 int IntArg(FuzzedDataProvider& in, int len) {
-  switch (in.ConsumeIntegralInRange(0, 9)) {
-    case 0:
-      return INT_MIN;
-    case 1:
-      return INT_MAX;
-    case 2:
-      return -1;
-    case 3:
-      return 0;
-    case 4:
-      return len - 1;
-    case 5:
-      return len;
-    case 6:
-      return len + 1;
-    default:
-      return in.ConsumeIntegralInRange(-4, len + 4);
-  }
+  return EdgeOrRange(in, {INT_MIN, INT_MAX, -1, 0, len - 1, len, len + 1}, 3, -4, len + 4);
 }
 
 // A heap copy of s, exactly s.size() + 1 bytes, so that reads past it show.

@@ -72,18 +72,7 @@ std::string Text(FuzzedDataProvider& in) {
 
 // A position, often at an edge of 0 .. n - 1.
 int Index(FuzzedDataProvider& in, int n) {
-  switch (in.ConsumeIntegralInRange(0, 7)) {
-    case 0:
-      return INT_MIN;
-    case 1:
-      return INT_MAX;
-    case 2:
-      return -1;
-    case 3:
-      return n;
-    default:
-      return in.ConsumeIntegralInRange(0, std::max(n, 1) - 1);
-  }
+  return EdgeOrRange(in, {INT_MIN, INT_MAX, -1, n}, 4, 0, std::max(n, 1) - 1);
 }
 
 // ---- Checks ---------------------------------------------------------------------------

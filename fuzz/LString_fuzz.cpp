@@ -85,28 +85,8 @@ std::string Text(FuzzedDataProvider& in) { return in.ConsumeRandomLengthString(4
 
 // An int argument, often at an edge: the extremes, around 0 and around len.
 int IntArg(FuzzedDataProvider& in, int len) {
-  switch (in.ConsumeIntegralInRange(0, 9)) {
-    case 0:
-      return INT_MIN;
-    case 1:
-      return INT_MIN + 1;
-    case 2:
-      return INT_MAX;
-    case 3:
-      return INT_MAX - 1;
-    case 4:
-      return -1;
-    case 5:
-      return 0;
-    case 6:
-      return len - 1;
-    case 7:
-      return len;
-    case 8:
-      return len + 1;
-    default:
-      return in.ConsumeIntegralInRange(-8, len + 8);
-  }
+  return EdgeOrRange(in, {INT_MIN, INT_MIN + 1, INT_MAX, INT_MAX - 1, -1, 0, len - 1, len, len + 1},
+                     1, -8, len + 8);
 }
 
 // A heap copy of s, exactly s.size() + 1 bytes.
