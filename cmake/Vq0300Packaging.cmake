@@ -99,7 +99,9 @@ vq0300-errdef loads an error definition file as a program built on
 libvq0300 does, lists the messages it loaded and warns about every
 statement that the loader accepts but a person probably did not mean.")
 
-# What CPack writes is then brought in line with Debian's policy.
+# Packages only from a build for /usr; what CPack writes is then brought in
+# line with Debian's policy.
+set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_CURRENT_LIST_DIR}/debian/CheckPrefix.cmake")
 set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/debian/RepairPackages.cmake")
 
 include(CPack)
