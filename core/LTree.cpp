@@ -1,3 +1,4 @@
+// LTree: an n-ary tree of object pointers on LObjList.
 #include "vq0300/LTree.h"
 
 #include <memory>

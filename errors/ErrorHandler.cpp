@@ -1,3 +1,5 @@
+// ErrorHandler: its lists, names, and the record of errors that occurred.
+// Loading the definition file is in ErrorDefinitionFile.cpp.
 #include "vq0300/ErrorHandler.h"
 
 #include <cstdio>

@@ -1,3 +1,5 @@
+// LFile: one stream whose every failure becomes a stored code, and the
+// write core under WriteLine.
 #include "vq0300/LFile.h"
 
 #include <cerrno>

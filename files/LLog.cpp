@@ -1,3 +1,4 @@
+// LLog: a time-stamped log file, opened and closed at every call.
 #include "vq0300/LLog.h"
 
 #include <cstdio>
