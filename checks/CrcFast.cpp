@@ -1,6 +1,6 @@
 // The one dispatch point of the fast CRC forms: the path is asked of the
-// processor once, and Crc32Update folds what it can on that path and slices
-// the rest.
+// processor once, and Crc32Update hands a buffer to the folding path or to
+// the portable one.
 #include "CrcFast_internal.h"
 
 namespace vq0300_internal {
@@ -11,12 +11,7 @@ Crc32Path BestCrc32Path() {
 }
 
 uint32_t Crc32Update(uint32_t r, const unsigned char* p, size_t n, Crc32Path path) {
-  if (path != Crc32Path::kPortable && n >= kMinClmul) {
-    const size_t folded = n & ~size_t{15};
-    r = Crc32Fold(r, p, folded, path);
-    p += folded;
-    n -= folded;
-  }
+  if (path != Crc32Path::kPortable && n >= kMinClmul) return Crc32Fold(r, p, n, path);
   return Crc32Sliced(r, p, n);
 }
 

@@ -47,9 +47,10 @@ Crc32Path DetectCrc32Path();
 constexpr size_t kMinClmul = 64;
 constexpr size_t kMinVclmul = 256;
 
-// Crc32Update by folding, for n a multiple of 16 and at least kMinClmul, on
-// kClmul or kVclmul (which folds from kMinVclmul on). Only where
-// DetectCrc32Path has offered that path.
+// Crc32Update by folding, for n of at least kMinClmul, on kClmul or kVclmul
+// (which folds from kMinVclmul on): the whole 16-byte lanes are folded and
+// the rest goes through Crc32Sliced. Only where DetectCrc32Path has offered
+// that path.
 uint32_t Crc32Fold(uint32_t r, const unsigned char* p, size_t n, Crc32Path path);
 
 }  // namespace vq0300_internal

@@ -190,7 +190,10 @@ Crc32Path DetectCrc32Path() {
 }
 
 uint32_t Crc32Fold(uint32_t r, const unsigned char* p, size_t n, Crc32Path path) {
-  return path == Crc32Path::kVclmul && n >= kMinVclmul ? FoldVclmul(r, p, n) : FoldClmul(r, p, n);
+  const size_t folded = n & ~size_t{15};
+  r = path == Crc32Path::kVclmul && n >= kMinVclmul ? FoldVclmul(r, p, folded)
+                                                    : FoldClmul(r, p, folded);
+  return folded == n ? r : Crc32Sliced(r, p + folded, n - folded);
 }
 
 }  // namespace vq0300_internal
@@ -201,8 +204,8 @@ namespace vq0300_internal {
 
 Crc32Path DetectCrc32Path() { return Crc32Path::kPortable; }
 
-uint32_t Crc32Fold(uint32_t r, const unsigned char* /*p*/, size_t /*n*/, Crc32Path /*path*/) {
-  return r;
+uint32_t Crc32Fold(uint32_t r, const unsigned char* p, size_t n, Crc32Path /*path*/) {
+  return Crc32Sliced(r, p, n);
 }
 
 }  // namespace vq0300_internal

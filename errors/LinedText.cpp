@@ -6,17 +6,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "core/Helpers_internal.h"
-
 namespace vq0300_internal {
-
-std::pair<std::size_t, std::size_t> TrimmedSpan(const std::string& text, std::size_t from) {
-  std::size_t to = text.size();
-  from = std::min(from, to);
-  while (from < to && IsWhiteSpace(text[from])) ++from;
-  while (to > from && IsWhiteSpace(text[to - 1])) --to;
-  return {from, to - from};
-}
 
 std::string Trimmed(const std::string& text) {
   const auto [from, count] = TrimmedSpan(text);
@@ -24,22 +14,6 @@ std::string Trimmed(const std::string& text) {
 }
 
 LinedText::LinedText(const char* text, int line) { Append(text, std::strlen(text), line); }
-
-void LinedText::Append(const char* text, std::size_t length, int line) {
-  if (length == 0) return;
-  runs_.push_back({text_.size(), line});
-  text_.append(text, length);
-}
-
-void LinedText::Append(const LinedText& other) {
-  for (const Run& run : other.runs_) runs_.push_back({text_.size() + run.start, run.line});
-  text_ += other.text_;
-}
-
-void LinedText::Clear() {
-  text_.clear();
-  runs_.clear();
-}
 
 // The one walk over the runs: a run stays when it reaches into the window
 // kept, with its start moved to the window's front.
@@ -61,11 +35,6 @@ LinedText LinedText::Part(std::size_t from, std::size_t count) const {
   LinedText part = *this;
   part.Keep(from, count);
   return part;
-}
-
-void LinedText::Trim() {
-  const auto [from, count] = TrimmedSpan(text_);
-  if (from != 0 || count != text_.size()) Keep(from, count);
 }
 
 int LinedText::LineAt(std::size_t pos) const {
@@ -100,20 +69,6 @@ void AccumulatedText::DropFront(std::size_t count) {
     mark.search_from = mark.search_from > front_ ? mark.search_from - front_ : 0;
   }
   front_ = 0;
-}
-
-std::size_t AccumulatedText::Find(MarkId id) {
-  Mark& mark = marks_[id];
-  if (mark.found == kNone || mark.found < front_) {
-    mark.found = text_.Find(mark.text, std::max(mark.search_from, front_));
-    if (mark.found == kNone) {
-      // No match starts ahead of here; a later one may still begin in the
-      // last few characters and end in text appended later.
-      const std::size_t overlap = std::strlen(mark.text) - 1;
-      mark.search_from = text_.size() > overlap ? text_.size() - overlap : 0;
-    }
-  }
-  return mark.found == kNone ? kNone : mark.found - front_;
 }
 
 }  // namespace vq0300_internal

@@ -4,10 +4,14 @@
 #ifndef VQ0300_ERRORS_LINEDTEXT_INTERNAL_H
 #define VQ0300_ERRORS_LINEDTEXT_INTERNAL_H
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "core/Helpers_internal.h"
 
 namespace vq0300_internal {
 
@@ -15,8 +19,15 @@ constexpr std::size_t kNone = std::string::npos;
 
 // The one trim of the scanner: the part of text from position from on that
 // is left when every byte outside 0x21..0x7E is dropped at both ends, as
-// (first position, count).
-std::pair<std::size_t, std::size_t> TrimmedSpan(const std::string& text, std::size_t from = 0);
+// (first position, count). Inline, as it runs on every line.
+inline std::pair<std::size_t, std::size_t> TrimmedSpan(const std::string& text,
+                                                       std::size_t from = 0) {
+  std::size_t to = text.size();
+  from = std::min(from, to);
+  while (from < to && IsWhiteSpace(text[from])) ++from;
+  while (to > from && IsWhiteSpace(text[to - 1])) --to;
+  return {from, to - from};
+}
 
 // The trimming of the reader: drops at both ends every byte outside 0x21..0x7E.
 std::string Trimmed(const std::string& text);
@@ -28,14 +39,28 @@ class LinedText {
   LinedText() = default;
   LinedText(const char* text, int line);
 
-  void Append(const char* text, std::size_t length, int line);
-  void Append(const LinedText& other);
-  void Clear();
+  // Inline, as the statement loop calls them for every line.
+  void Append(const char* text, std::size_t length, int line) {
+    if (length == 0) return;
+    runs_.push_back({text_.size(), line});
+    text_.append(text, length);
+  }
+  void Append(const LinedText& other) {
+    for (const Run& run : other.runs_) runs_.push_back({text_.size() + run.start, run.line});
+    text_ += other.text_;
+  }
+  void Clear() {
+    text_.clear();
+    runs_.clear();
+  }
   // Keeps count characters from position from on (kNone: to the end), in
   // place.
   void Keep(std::size_t from, std::size_t count);
   LinedText Part(std::size_t from, std::size_t count = kNone) const;
-  void Trim();
+  void Trim() {
+    const auto [from, count] = TrimmedSpan(text_);
+    if (from != 0 || count != text_.size()) Keep(from, count);
+  }
 
   std::size_t Find(const char* mark, std::size_t from = 0) const { return text_.find(mark, from); }
   const std::string& text() const { return text_; }
@@ -76,7 +101,11 @@ class AccumulatedText {
   // Keeps only what stands behind the first count characters.
   void DropFront(std::size_t count);
   // Position of the first occurrence of a mark; kNone if there is none.
-  std::size_t Find(MarkId id);
+  std::size_t Find(MarkId id) {
+    Mark& mark = marks_[id];
+    if (mark.found != kNone && mark.found >= front_) return mark.found - front_;
+    return Search(mark);
+  }
 
   // The accumulated text with its lines.
   LinedText Text() const { return text_.Part(front_); }
@@ -91,10 +120,23 @@ class AccumulatedText {
     std::size_t search_from = 0;  // no match starts in text_ ahead of this
   };
 
+  // Find for a mark whose first occurrence is not known yet.
+  std::size_t Search(Mark& mark);
+
   LinedText text_;
   std::size_t front_ = 0;  // text_ ahead of this has been dropped
   Mark marks_[3];
 };
+
+inline std::size_t AccumulatedText::Search(Mark& mark) {
+  mark.found = text_.Find(mark.text, std::max(mark.search_from, front_));
+  if (mark.found != kNone) return mark.found - front_;
+  // No match starts ahead of here; a later one may still begin in the last
+  // few characters and end in text appended later.
+  const std::size_t overlap = std::strlen(mark.text) - 1;
+  mark.search_from = text_.size() > overlap ? text_.size() - overlap : 0;
+  return kNone;
+}
 
 }  // namespace vq0300_internal
 
