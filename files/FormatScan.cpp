@@ -1,6 +1,5 @@
 // The format scan: cuts a format into pieces and conversions and hands
 // each to a sink; the sink of LFile::WriteLine writes to a stream.
-#include <climits>
 #include <cstdint>
 #include <cstring>
 #include <memory>
