@@ -1,3 +1,4 @@
+// LByteBuffer: a chain of byte blocks, each owning the blocks behind it.
 #include "vq0300/LByteBuffer.h"
 
 #include <climits>
@@ -41,20 +42,50 @@ BlockTake FillBlock(unsigned char* storage, int block_size, int& data_size,
   return {take, true};
 }
 
+// The fields of any block of a chain, reached as a derived class reaches
+// them: the protected members, named through a class derived from
+// LByteBuffer, give pointers to members of LByteBuffer itself, which apply to
+// every block. The two helpers below are no members of the class.
+struct BlockFields : LByteBuffer {
+  static auto Data() { return &BlockFields::m_pDataBlock; }
+  static auto Next() { return &BlockFields::m_pNextBlock; }
+  static auto Size() { return &BlockFields::m_nBlockSize; }
+  static auto Used() { return &BlockFields::m_nDataSize; }
+};
+
+// FillBlock on one block of a chain.
+BlockTake TakeBytes(LByteBuffer* block, const unsigned char* bytes, std::size_t count) {
+  return FillBlock(block->*BlockFields::Data(), block->*BlockFields::Size(),
+                   block->*BlockFields::Used(), bytes, count);
+}
+
+// The block that holds position index (0 or more) counted from first, at
+// index / block size links behind it, and the offset there; null when the
+// chain ends first or the position holds no data.
+LByteBuffer* BlockAt(LByteBuffer* first, int index, int& offset) {
+  const int size = first->*BlockFields::Size();
+  offset = index % size;
+  LByteBuffer* block = first;
+  for (int hop = index / size; hop > 0 && block != nullptr; --hop)
+    block = block->*BlockFields::Next();
+  if (block == nullptr || block->*BlockFields::Data() == nullptr ||
+      offset >= block->*BlockFields::Used())
+    return nullptr;
+  return block;
+}
+
 // Pours `left` bytes at `bytes` into a chain from `start` on: each block takes
 // what fits behind its data, and while bytes are still under way a full block
 // grows a new one behind it through the virtual AllocateNewBlock. A block
 // without storage, or a new block that takes nothing, ends the pour instead of
-// growing the chain without end. take(block, bytes, count) fills one block.
-// Returns the last block that took a byte, or start when none did.
-template <typename TakeFn>
-LByteBuffer* PourIntoChain(LByteBuffer* start, const unsigned char* bytes, std::size_t left,
-                           TakeFn take) {
+// growing the chain without end. Returns the last block that took a byte, or
+// start when none did.
+LByteBuffer* PourIntoChain(LByteBuffer* start, const unsigned char* bytes, std::size_t left) {
   LByteBuffer* current = start;
   LByteBuffer* lastTaker = start;
   bool fresh = false;
   while (left > 0) {
-    const BlockTake result = take(current, bytes, left);
+    const BlockTake result = TakeBytes(current, bytes, left);
     if (result.taken == 0 && (fresh || !result.hasStorage)) break;
     if (result.taken > 0) lastTaker = current;
     bytes += result.taken;
@@ -119,11 +150,8 @@ LByteBuffer* LByteBuffer::AllocateNewBlock() {
 
 void LByteBuffer::CopyBlock(LByteBuffer* source) {
   if (source == nullptr || source->m_pDataBlock == nullptr || source->m_nDataSize <= 0) return;
-  auto take = [](LByteBuffer* block, const unsigned char* bytes, std::size_t count) {
-    return FillBlock(block->m_pDataBlock, block->m_nBlockSize, block->m_nDataSize, bytes, count);
-  };
   PourIntoChain(GetLastBlock(this), source->m_pDataBlock,
-                static_cast<std::size_t>(source->m_nDataSize), take);
+                static_cast<std::size_t>(source->m_nDataSize));
 }
 
 LByteBuffer* LByteBuffer::GetLastBlock(LByteBuffer* block) {
@@ -153,13 +181,9 @@ bool LByteBuffer::WriteData(char value) { return WriteData(static_cast<unsigned 
 bool LByteBuffer::WriteData(int index, unsigned char value) {
   if (index < 0) index = 1;
   if (m_nBlockSize < 1) return false;
-  int hops = index / m_nBlockSize;
-  int offset = index % m_nBlockSize;
-  LByteBuffer* block = this;
-  for (int hop = 0; hop < hops && block != nullptr; ++hop) block = block->m_pNextBlock;
-  if (block == nullptr || block->m_pDataBlock == nullptr || offset >= block->m_nDataSize) {
-    return false;
-  }
+  int offset = 0;
+  LByteBuffer* block = BlockAt(this, index, offset);
+  if (block == nullptr) return false;
   block->m_pDataBlock[offset] = value;
   return true;
 }
@@ -170,10 +194,7 @@ bool LByteBuffer::WriteData(int index, char value) {
 
 LByteBuffer* LByteBuffer::WriteData(char* text) {
   if (text == nullptr || *text == '\0') return this;
-  auto take = [](LByteBuffer* block, const unsigned char* bytes, std::size_t count) {
-    return FillBlock(block->m_pDataBlock, block->m_nBlockSize, block->m_nDataSize, bytes, count);
-  };
-  return PourIntoChain(this, reinterpret_cast<const unsigned char*>(text), std::strlen(text), take);
+  return PourIntoChain(this, reinterpret_cast<const unsigned char*>(text), std::strlen(text));
 }
 
 unsigned char LByteBuffer::ReadData(int index) {
@@ -183,14 +204,9 @@ unsigned char LByteBuffer::ReadData(int index) {
     return m_pDataBlock != nullptr && index < m_nDataSize ? m_pDataBlock[index] : 0;
   }
   if (m_nBlockSize < 1) return 0;
-  int hops = index / m_nBlockSize;
-  int offset = index % m_nBlockSize;
-  const LByteBuffer* block = this;
-  for (int hop = 0; hop < hops && block != nullptr; ++hop) block = block->m_pNextBlock;
-  if (block == nullptr || block->m_pDataBlock == nullptr || offset >= block->m_nDataSize) {
-    return 0;
-  }
-  return block->m_pDataBlock[offset];
+  int offset = 0;
+  const LByteBuffer* block = BlockAt(this, index, offset);
+  return block != nullptr ? block->m_pDataBlock[offset] : 0;
 }
 
 unsigned char* LByteBuffer::GetDataBlock() { return m_pDataBlock; }

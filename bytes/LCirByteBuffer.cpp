@@ -1,3 +1,4 @@
+// LCirByteBuffer: a ring of bytes of fixed capacity.
 #include "vq0300/LCirByteBuffer.h"
 
 #include <climits>

@@ -1,3 +1,4 @@
+// jtagShiftBitStream: a byte store for JTAG shift data.
 #include "vq0300/jtagShiftBitStream.h"
 
 #include <climits>

@@ -1,27 +1,22 @@
+// The CRC family's public forms: the exported registers and CRCTable, the
+// byte-at-a-time updates, and the hand-over of long buffers to the fast forms.
 #include "vq0300/Crc.h"
 
 #include <array>
 
 #include "ByteBits_internal.h"
 #include "CrcFast_internal.h"
+#include "CrcTables_internal.h"
 
 VQ0300_API uint16_t g_wCRC_CCITT_Register = 0;
 VQ0300_API uint32_t g_dwCRC32_Register = 0;
 
 namespace {
 
-constexpr uint32_t kPoly32 = 0x04C11DB7u;
-constexpr uint32_t kPoly16 = 0xA001u;
-constexpr uint32_t kPolyCcitt = 0x8408u;
-
-// One entry of CRCTable: the byte i taken in at the top of a zero register.
-constexpr uint64_t Crc32Entry(uint32_t i) {
-  uint32_t r = i << 24;
-  for (int k = 0; k < 8; ++k) r = (r & 0x80000000u) != 0 ? (r << 1) ^ kPoly32 : r << 1;
-  return r;
-}
-
-static_assert(Crc32Entry(1) == kPoly32, "CRCTable entry 1");
+using vq0300_internal::Crc32Shift;
+using vq0300_internal::EightBitSteps;
+using vq0300_internal::kCcittTable;
+using vq0300_internal::kPoly16;
 
 // A byte of the caller's buffer as it enters a 16-bit register.
 inline uint32_t InputByte(char c, bool reverse) {
@@ -29,34 +24,19 @@ inline uint32_t InputByte(char c, bool reverse) {
   return reverse ? vq0300_internal::kReversedBytes[b] : b;
 }
 
-// Eight low-bit-first steps of the byte b into the 16-bit register r.
-constexpr uint32_t EightBitSteps(uint32_t r, uint32_t b, uint32_t poly) {
-  for (int k = 0; k < 8; ++k) {
-    r = ((r ^ b) & 1u) != 0 ? (r >> 1) ^ poly : r >> 1;
-    b >>= 1;
-  }
-  return r;
-}
-
-// Byte tables of the low-bit-first 16-bit registers: entry i is the eight
-// steps of poly from the value i, and the register after a byte b is
-// (r >> 8) XOR entry[(r XOR b) & 0xFF], the same value the steps give one by
-// one. The CCITT update is one such step; get_crc_16 runs short buffers so,
-// where the call into the sliced form would cost more than it saves.
-constexpr std::array<uint16_t, 256> ByteTable16(uint32_t poly) {
-  std::array<uint16_t, 256> t{};
-  for (uint32_t i = 0; i < 256; ++i) t[i] = static_cast<uint16_t>(EightBitSteps(i, 0, poly));
-  return t;
-}
-constexpr std::array<uint16_t, 256> kCcittTable = ByteTable16(kPolyCcitt);
-constexpr std::array<uint16_t, 256> kCrc16Table = ByteTable16(kPoly16);
+// The byte table of get_crc_16, which runs short buffers through it in
+// place, where the call into the sliced form would cost more than it saves.
+constexpr const std::array<uint16_t, 256>& kCrc16Table = vq0300_internal::kCrc16Slices[0];
+// The byte table of the 32-bit register, which CRCTable exports.
+constexpr const std::array<uint32_t, 256>& kCrc32Table = vq0300_internal::kCrc32Slices[0];
 
 // Below this length get_crc_16 and get_crc_32 run the byte recurrence in place.
 constexpr int kShortCrc = 16;
 
 }  // namespace
 
-#define VQ0300_E4(n) Crc32Entry((n)), Crc32Entry((n) + 1), Crc32Entry((n) + 2), Crc32Entry((n) + 3)
+#define VQ0300_E4(n) \
+  kCrc32Table[(n)], kCrc32Table[(n) + 1], kCrc32Table[(n) + 2], kCrc32Table[(n) + 3]
 #define VQ0300_E16(n) VQ0300_E4((n)), VQ0300_E4((n) + 4), VQ0300_E4((n) + 8), VQ0300_E4((n) + 12)
 #define VQ0300_E64(n) \
   VQ0300_E16((n)), VQ0300_E16((n) + 16), VQ0300_E16((n) + 32), VQ0300_E16((n) + 48)
@@ -120,7 +100,7 @@ void get_crc_32(char* data, int length, bool /*flag*/) {
 void get_bit_crc_32(unsigned char bit) {
   const uint32_t r = g_dwCRC32_Register;
   const uint32_t in = bit & 1u;
-  g_dwCRC32_Register = (r & 0x80000000u) != 0 ? (r << 1) ^ kPoly32 ^ in : (r << 1) ^ in;
+  g_dwCRC32_Register = Crc32Shift(r) ^ in;
 }
 
 unsigned int return_crc32() { return g_dwCRC32_Register; }

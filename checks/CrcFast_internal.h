@@ -1,8 +1,9 @@
 // The fast buffer forms behind get_crc_32 and get_crc_16, private to the
-// library. The public functions in Crc.cpp call them; the CRC tests compile
-// CrcFast.cpp into their own program to run every path by name, also the ones
-// the dispatch would not pick, so the portable path is covered on a processor
-// that has the carry-less multiply.
+// library: the portable slicing path (CrcPortable.cpp), the x86 folding path
+// (CrcFold.cpp) and the one dispatch point between them (CrcFast.cpp). The
+// CRC tests, fuzz target and benchmark link these objects to run every path
+// by name, also the ones the dispatch would not pick, so the portable path
+// is covered on a processor that has the carry-less multiply.
 #ifndef VQ0300_CHECKS_CRCFAST_INTERNAL_H
 #define VQ0300_CHECKS_CRCFAST_INTERNAL_H
 
@@ -33,6 +34,24 @@ uint32_t Crc32Update(uint32_t r, const unsigned char* p, size_t n, Crc32Path pat
 // mirrored first when reverse is set: the value of the four-bit steps of
 // get_crc_16, by slicing 16 bytes a step.
 uint16_t Crc16Update(uint16_t r, const unsigned char* p, size_t n, bool reverse);
+
+// --- The paths under the dispatch --------------------------------------------
+
+// Crc32Update on the portable path: 16 bytes a step, the rest byte by byte.
+uint32_t Crc32Sliced(uint32_t r, const unsigned char* p, size_t n);
+
+// The path the processor offers, asked of it anew; BestCrc32Path remembers it.
+Crc32Path DetectCrc32Path();
+
+// Below these lengths folding costs more than it saves.
+constexpr size_t kMinClmul = 64;
+constexpr size_t kMinVclmul = 256;
+
+// Crc32Update by folding, for n of at least kMinClmul, on kClmul or kVclmul
+// (which folds from kMinVclmul on): the whole 16-byte lanes are folded and
+// the rest goes through Crc32Sliced. Only where DetectCrc32Path has offered
+// that path.
+uint32_t Crc32Fold(uint32_t r, const unsigned char* p, size_t n, Crc32Path path);
 
 }  // namespace vq0300_internal
 

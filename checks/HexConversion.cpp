@@ -1,3 +1,4 @@
+// The util_ conversions between bytes, bits and hexadecimal text.
 #include "vq0300/HexConversion.h"
 
 #include <cstddef>

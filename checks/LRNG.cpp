@@ -1,3 +1,4 @@
+// LRNG: the MT19937 random number generator.
 #include "vq0300/LRNG.h"
 
 namespace {

@@ -1,3 +1,4 @@
+// util_GetTime: the time stamp as text.
 #include "vq0300/TimeText.h"
 
 #include <ctime>

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "vq0300/BoundedCopy.h"
+#include "vq0300/LObjList.h"
 
 namespace vq0300_internal {
 
@@ -26,6 +27,26 @@ struct FileCloser {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+// The one probe of a path: true when path is not null and fopen(path, mode)
+// succeeds; the stream is closed again at once. A mode that writes creates
+// the file, which the probes of LLog and LFile::IsDirectoryWritable rely on.
+inline bool FileOpens(const char* path, const char* mode) {
+  if (path == nullptr) return false;
+  std::FILE* file = std::fopen(path, mode);
+  if (file == nullptr) return false;
+  std::fclose(file);
+  return true;
+}
+
+// Hands an owned object to list, which holds it from then on, and returns
+// it. When the list cannot grow, the object goes with the unique_ptr and
+// the list is unchanged: a failed allocation leaks nothing.
+template <typename T>
+T* AddOwned(LObjList* list, std::unique_ptr<T> owned) {
+  list->AddTail(owned.get());
+  return owned.release();
+}
 
 // An owned copy of a terminated text in a buffer of its own size, from new[],
 // made with the whole-string bounded copy. Hand it over with release().

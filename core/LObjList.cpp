@@ -1,3 +1,4 @@
+// LObjList: the ordered list of object pointers.
 #include "vq0300/LObjList.h"
 
 #include <cstddef>

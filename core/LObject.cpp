@@ -1,3 +1,4 @@
+// LObject: the root of the object hierarchy.
 #include "vq0300/LObject.h"
 
 LObject::LObject() = default;

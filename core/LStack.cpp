@@ -1,3 +1,4 @@
+// LStack: a stack of object pointers on LObjList.
 #include "vq0300/LStack.h"
 
 LStack::LStack() : m_pList(new LObjList) {}

@@ -1,3 +1,4 @@
+// LTree: an n-ary tree of object pointers on LObjList.
 #include "vq0300/LTree.h"
 
 #include <memory>
@@ -21,14 +22,8 @@ LTree* LTree::InsertChild(int i, LObject* payload) {
   return child.release();
 }
 
-LTree* LTree::InsertLast(LObject* payload) {
-  std::unique_ptr<LTree> child(new LTree);
-  child->m_pTreeNode = payload;
-  child->m_pParent = this;
-  child->m_nIndex = m_Children.GetCount();
-  m_Children.AddTail(child.get());
-  return child.release();
-}
+// Insert at the count appends, as AddTail does.
+LTree* LTree::InsertLast(LObject* payload) { return InsertChild(m_Children.GetCount(), payload); }
 
 LObject* LTree::GetChild(int i) {
   LTree* child = static_cast<LTree*>(m_Children.GetAt(i));

@@ -1,16 +1,11 @@
 // The one reader of the error definition format. ErrorHandler's loader
 // builds its definition list from what it reports, and the vq0300-errdef
-// tool, which compiles this pair too, builds its report and its warnings
-// from the same reading, so the tool can never describe another grammar
-// than the loader's. Private: nothing here is exported or installed.
+// tool, which links this code from the library's private objects, builds
+// its report and its warnings from the same reading, so the tool can never
+// describe another grammar than the loader's. Private: nothing here is
+// exported or installed.
 //
-// The format: lines ahead of a line holding "<ErrorMessageDefinition>" are
-// not read. Behind it, trimmed lines are joined until the text holds "<E/>";
-// the statement is the text up to its first "<E/>". A statement holding
-// "Offset" starts a block ("Offset<S/>100<E/>"), any other is a definition
-// ("number<S/>message<S/>action<E/>"). A comment "<!-- ... -->" removes
-// itself and everything accumulated ahead of it. There is no syntax error:
-// missing marks give empty or shifted fields.
+// The format is stated once, at ErrorHandler::GetErrorList in ErrorHandler.h.
 #ifndef VQ0300_ERRORS_DEFINITIONSCANNER_INTERNAL_H
 #define VQ0300_ERRORS_DEFINITIONSCANNER_INTERNAL_H
 
@@ -18,6 +13,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <string>
+
+#include "LinedText_internal.h"
 
 namespace vq0300_internal {
 
@@ -44,6 +41,11 @@ struct ScannedStatement {
   std::uint16_t cont = 1;      // 0 only for the action "STOP"
   bool loaded = false;         // the loader appends it to its definition list
   bool aheadOfBlocks = false;  // no offset statement stood before it
+  // Marks in text, told only by a detailed reading (DefinitionSink::Detailed).
+  int separators = 0;                            // how many "<S/>"
+  std::size_t separatorAt = std::string::npos;   // the first "<S/>"
+  std::size_t offsetWordAt = std::string::npos;  // the first "Offset"
+  bool commentMark = false;                      // a "<!--" or "-->" stays in it
 };
 
 // Why a reading ended with -1.
@@ -96,9 +98,6 @@ class DefinitionSink {
 // read with fgets in pieces of at most 65535 bytes; a NUL byte ends the text
 // of its piece, and a read error ends the file.
 ScanEnd ScanDefinitionFile(std::FILE* file, int selector, DefinitionSink& sink);
-
-// The trimming of the reader: drops at both ends every byte outside 0x21..0x7E.
-std::string Trimmed(const std::string& text);
 
 }  // namespace vq0300_internal
 

@@ -4,6 +4,7 @@
 // each loaded definition becomes an ErrorElement of the definition list.
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 #include "DefinitionScanner_internal.h"
 #include "ErrorHandler_internal.h"
@@ -30,8 +31,7 @@ class DefinitionsToList final : public vq0300_internal::DefinitionSink {
     element->SetErrorMessage(statement.message.data());
     element->m_dwErrorCode = statement.code;
     element->m_wContinue = statement.cont;
-    definitions_->AddTail(element.get());
-    static_cast<void>(element.release());  // the list holds it now
+    vq0300_internal::AddOwned(definitions_, std::move(element));
   }
 
  private:

@@ -1,3 +1,4 @@
+// ErrorElement: one numbered error message.
 #include "vq0300/ErrorElement.h"
 
 #include "core/Helpers_internal.h"

@@ -1,22 +1,17 @@
+// ErrorHandler: its lists, names, and the record of errors that occurred.
+// Loading the definition file is in ErrorDefinitionFile.cpp.
 #include "vq0300/ErrorHandler.h"
 
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include "ErrorHandler_internal.h"
 #include "core/Helpers_internal.h"
 #include "vq0300/BoundedCopy.h"
 
 namespace vq0300_internal {
-
-bool DefinitionFileOpens(const char* name) {
-  if (name == nullptr) return false;
-  FILE* file = std::fopen(name, "r");
-  if (file == nullptr) return false;
-  std::fclose(file);
-  return true;
-}
 
 void DestroyElements(LObjList* list) {
   while (!list->IsEmpty()) delete list->RemoveTail();
@@ -87,9 +82,7 @@ void ErrorHandler::SetErrorFilename(char* name) {
 
 void ErrorHandler::SetErrorOccured(char* text) {
   if (!DefinitionFileOpens(m_pszErrorFilename)) return;
-  std::unique_ptr<ErrorElement> element = NewElement(text);
-  m_pOccurredList->AddTail(element.get());
-  static_cast<void>(element.release());  // the list holds it now
+  vq0300_internal::AddOwned(m_pOccurredList, NewElement(text));
   ++m_nOccurred;
 }
 
@@ -101,9 +94,8 @@ void ErrorHandler::SetLastErrorOccured(char* text) {
     delete m_pOccurredList->RemoveTail();
     --m_nOccurred;
   }
-  // When a tail was removed, this AddTail reuses its room.
-  m_pOccurredList->AddTail(element.get());
-  static_cast<void>(element.release());  // the list holds it now
+  // When a tail was removed, this reuses its room.
+  vq0300_internal::AddOwned(m_pOccurredList, std::move(element));
   ++m_nOccurred;
 }
 

@@ -1,3 +1,4 @@
+// Saving, entering and restoring the working directory of the process.
 #include "WorkingDirectory_internal.h"
 
 #include <unistd.h>

@@ -1,4 +1,5 @@
-#include <climits>
+// The format scan: cuts a format into pieces and conversions and hands
+// each to a sink; the sink of LFile::WriteLine writes to a stream.
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -12,113 +13,6 @@ namespace {
 
 constexpr char kConversionLetters[] = "dfxXes";
 
-bool IsOneOf(char c, char const* set) { return c != '\0' && std::strchr(set, c) != nullptr; }
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-ArgType TypeOfLetter(char letter) {
-  switch (letter) {
-    case 'e':
-    case 'f':
-      return ArgType::kDouble;
-    case 's':
-      return ArgType::kText;
-    default:
-      return ArgType::kInt;
-  }
-}
-
-// Copies a run of digits at text[i] into out at d, moving both on. False
-// when the number exceeds INT_MAX, which printf cannot take as a width or
-// precision.
-bool CopyNumber(char const* text, std::size_t& i, char* out, std::size_t& d) {
-  long long value = 0;
-  while (IsDigit(text[i])) {
-    value = value * 10 + (text[i] - '0');
-    if (value > INT_MAX) return false;
-    out[d++] = text[i++];
-  }
-  return true;
-}
-
-// Reads the directive that starts with the "%" at text[start] (not "%%")
-// into out.directive, out.specifier and out.length, and sets end behind
-// it. False for anything outside the accepted grammar
-//   % [-+ #0]* digits? (. digits?)? (hh|h|l|ll|j|z|t)? letter
-// or for a combination whose behaviour printf leaves undefined.
-bool ParseDirective(char const* text, std::size_t start, ParsedConversion& out, std::size_t& end) {
-  char* dir = out.directive;
-  std::size_t d = 0;
-  std::size_t i = start + 1;
-  dir[d++] = '%';
-  bool alternate = false;
-  bool zeroPad = false;
-  while (IsOneOf(text[i], "-+ #0")) {
-    alternate = alternate || text[i] == '#';
-    zeroPad = zeroPad || text[i] == '0';
-    dir[d++] = text[i++];
-  }
-  if (!CopyNumber(text, i, dir, d)) return false;
-  bool precision = false;
-  if (text[i] == '.') {
-    precision = true;
-    dir[d++] = text[i++];
-    if (!CopyNumber(text, i, dir, d)) return false;
-  }
-  LengthModifier length = LengthModifier::kNone;
-  std::size_t lengthChars = 1;
-  switch (text[i]) {
-    case 'h':
-      length = text[i + 1] == 'h' ? LengthModifier::kHH : LengthModifier::kH;
-      if (length == LengthModifier::kHH) lengthChars = 2;
-      break;
-    case 'l':
-      length = text[i + 1] == 'l' ? LengthModifier::kLL : LengthModifier::kL;
-      if (length == LengthModifier::kLL) lengthChars = 2;
-      break;
-    case 'j':
-      length = LengthModifier::kJ;
-      break;
-    case 'z':
-      length = LengthModifier::kZ;
-      break;
-    case 't':
-      length = LengthModifier::kT;
-      break;
-    default:
-      lengthChars = 0;
-      break;
-  }
-  for (std::size_t k = 0; k < lengthChars; ++k) dir[d++] = text[i++];
-
-  const char specifier = text[i];
-  ArgType type;
-  if (IsOneOf(specifier, "diouxXc")) {
-    type = ArgType::kInt;
-  } else if (IsOneOf(specifier, "eEfFgGaA")) {
-    type = ArgType::kDouble;
-  } else if (specifier == 's') {
-    type = ArgType::kText;
-  } else {
-    return false;  // "*", "$", "%n", "%p", "L", "q", unknown letters
-  }
-  if (type != out.type) return false;
-  const bool isCharOrText = specifier == 'c' || specifier == 's';
-  if (alternate && (type == ArgType::kText || IsOneOf(specifier, "diuc"))) return false;
-  if (zeroPad && isCharOrText) return false;
-  if (precision && specifier == 'c') return false;
-  if (length != LengthModifier::kNone) {
-    if (isCharOrText) return false;  // %lc and %ls are wide, %hc undefined
-    if (type == ArgType::kDouble && length != LengthModifier::kL) return false;
-  }
-  dir[d++] = specifier;
-  dir[d] = '\0';
-  out.specifier = specifier;
-  out.length = length;
-  end = i + 1;
-  return true;
-}
-
 // Calls print with the argument converted to exactly the type that the
 // directive's length modifier and letter name. The int of d x X is a
 // 32-bit pattern: widened modifiers see it zero-extended.
@@ -127,7 +21,7 @@ int Dispatch(ParsedConversion const& c, Argument const& a, Print&& print) {
   if (c.type == ArgType::kText) return print(a.text != nullptr ? a.text : "(null)");
   if (c.type == ArgType::kDouble) return print(a.real);
   const std::uint32_t bits = static_cast<std::uint32_t>(a.integer);
-  const bool isSigned = IsOneOf(c.specifier, "dic");
+  const bool isSigned = std::strchr("dic", c.specifier) != nullptr;
   switch (c.length) {
     case LengthModifier::kNone:
       return isSigned ? print(a.integer) : print(static_cast<unsigned int>(bits));
@@ -150,40 +44,6 @@ int Dispatch(ParsedConversion const& c, Argument const& a, Print&& print) {
                       : print(static_cast<std::make_unsigned_t<std::ptrdiff_t>>(bits));
   }
   return -1;
-}
-
-// Reads conversion (from "%" through its letter, terminated) as printf
-// would. Returns false when printf would consume anything but the one
-// argument of the conversion's letter, or none, or when a part is
-// unsupported; out is then undefined.
-bool ParseConversion(char const* conversion, ParsedConversion& out) {
-  const std::size_t len = std::strlen(conversion);
-  if (len < 2 || len > kConversionSize - 2) return false;
-  out.letter = conversion[len - 1];
-  out.type = TypeOfLetter(out.letter);
-  out.hasDirective = false;
-  char* literal = out.prefix;
-  std::size_t used = 0;
-  std::size_t i = 0;
-  while (i < len) {
-    if (conversion[i] != '%') {
-      literal[used++] = conversion[i++];
-    } else if (conversion[i + 1] == '%') {
-      literal[used++] = '%';
-      i += 2;
-    } else {
-      if (out.hasDirective) return false;  // a second argument would be read
-      std::size_t end = 0;
-      if (!ParseDirective(conversion, i, out, end)) return false;
-      out.hasDirective = true;
-      literal[used] = '\0';
-      literal = out.suffix;
-      used = 0;
-      i = end;
-    }
-  }
-  literal[used] = '\0';
-  return true;
 }
 
 // fwrite of a terminated text; the caller tests ferror.
@@ -293,7 +153,7 @@ int FormatValue(char* buffer, std::size_t size, ParsedConversion const& conversi
   return static_cast<int>(used);
 }
 
-void WriteWithoutArguments(std::FILE* stream, char const* text) {
+void PrintBareFormat(std::FILE* stream, char const* text) {
   while (*text != '\0') {
     char const* percent = std::strchr(text, '%');
     if (percent == nullptr) {

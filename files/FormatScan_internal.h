@@ -1,6 +1,6 @@
-// The format scan shared by LFile::WriteLine and LMsgOutput::Output, and the
-// checked hand-over of one conversion to the printf family. Private to the
-// library: nothing here is exported.
+// The format scan shared by LFile::WriteLine and LMsgOutput::Output, its
+// write core, and the checked hand-over of one conversion to the printf
+// family. Private to the library: nothing here is exported.
 //
 // The scan cuts a format into literal pieces and conversions. A conversion
 // runs from a "%" to the first letter of "dfxXes" behind it; that letter
@@ -14,29 +14,13 @@
 #include <cstdarg>
 #include <cstddef>
 #include <cstdio>
+#include <exception>
+
+#include "FormatDirective_internal.h"
+
+class LFile;
 
 namespace vq0300_internal {
-
-// Size of the conversion buffer and of the buffers derived from it. A
-// conversion holds at most kConversionSize - 2 characters.
-constexpr std::size_t kConversionSize = 256;
-
-enum class ArgType { kInt, kDouble, kText };
-
-enum class LengthModifier { kNone, kHH, kH, kL, kLL, kJ, kZ, kT };
-
-// One conversion as printf would read it: literal text (with "%%" already
-// made one "%"), at most one directive, literal text.
-struct ParsedConversion {
-  char letter = 0;               // the letter of "dfxXes" that ended it
-  ArgType type = ArgType::kInt;  // the argument that letter takes
-  bool hasDirective = false;     // false: printf would show no argument
-  char specifier = 0;            // the directive's own letter
-  LengthModifier length = LengthModifier::kNone;
-  char prefix[kConversionSize] = {};     // literal text ahead of the directive
-  char directive[kConversionSize] = {};  // the directive, rebuilt from its parts
-  char suffix[kConversionSize] = {};     // literal text behind it
-};
 
 // One argument taken from the list; present is false when the scan runs
 // without arguments and the conversion needed none.
@@ -74,15 +58,51 @@ int RunFormatScan(char const* format, std::va_list* args, ScanSink& sink, int fo
 int FormatValue(char* buffer, std::size_t size, ParsedConversion const& conversion,
                 Argument const& argument);
 
-// What fprintf(stream, text) with no arguments writes when text holds no
-// directive: "%%" becomes one "%". Every other "%" is written as it stands,
-// so no argument is ever looked for.
-void WriteWithoutArguments(std::FILE* stream, char const* text);
+// What fprintf(stream, text) writes when it is given no arguments and text
+// holds no directive: "%%" becomes one "%". Every other "%" is written as it
+// stands, so no argument is ever looked for. The console of LMsgOutput and
+// the messages of LLog write so.
+void PrintBareFormat(std::FILE* stream, char const* text);
 
 // The scan of LFile::WriteLine on stream, after the readiness test: 0,
 // formatFailure or the value of ferror. Pieces and values go straight to
 // the stream. args null: no arguments, and a directive is the format failure.
 int WriteFormatted(std::FILE* stream, char const* format, std::va_list* args, int formatFailure);
+
+// The one write core of LFile::WriteLine, for it and for LMsgOutput::PrintLog,
+// which has no argument list to give: the stored code becomes 0, ValidWrite
+// runs, then WriteFormatted on the file's stream with LFILE_ERR_FORMAT as the
+// format failure. Stores and returns the code. args null: a directive that
+// would show an argument is the format failure, and none is read.
+int WriteLineCore(LFile& file, char const* format, std::va_list* args);
+
+// va_end belongs in the function that ran va_start, on every way out of it.
+// A variadic operation runs its work through Run, which holds back whatever
+// the work throws, ends its list, and then calls Pass, which throws it on:
+//   va_start(args, format);
+//   HeldException held;
+//   const int result = held.Run([&] { return Work(&args); });
+//   va_end(args);
+//   return held.Pass(result);
+class HeldException {
+ public:
+  template <typename Work>
+  int Run(Work&& work) noexcept {
+    try {
+      return work();
+    } catch (...) {
+      thrown_ = std::current_exception();
+      return 0;
+    }
+  }
+  int Pass(int result) const {
+    if (thrown_) std::rethrow_exception(thrown_);
+    return result;
+  }
+
+ private:
+  std::exception_ptr thrown_;
+};
 
 }  // namespace vq0300_internal
 

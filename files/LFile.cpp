@@ -1,3 +1,5 @@
+// LFile: one stream whose every failure becomes a stored code, and the
+// write core under WriteLine.
 #include "vq0300/LFile.h"
 
 #include <cerrno>
@@ -31,7 +33,27 @@ constexpr char kProbeName[] = "40.88.26.60.71";
 // success.
 int LastErrno() { return errno != 0 ? errno : EIO; }
 
+// The fields of any LFile, reached as a derived class reaches them: the
+// protected members, named through a class derived from LFile, give
+// pointers to members of LFile itself, which apply to every LFile with no
+// cast of the object. The write core below is the only user.
+struct Fields : LFile {
+  static auto Stream() { return &Fields::m_pFile; }
+  static auto Code() { return &Fields::m_nErrorCode; }
+};
+
 }  // namespace
+
+namespace vq0300_internal {
+
+int WriteLineCore(LFile& file, char const* format, std::va_list* args) {
+  int& code = file.*Fields::Code();
+  code = 0;
+  if (file.ValidWrite() != 0) return code;
+  return code = WriteFormatted(file.*Fields::Stream(), format, args, LFILE_ERR_FORMAT);
+}
+
+}  // namespace vq0300_internal
 
 LFile::LFile()
     : m_pFile(nullptr), m_byMode(0), m_pszFilename(nullptr), m_nErrorCode(0), m_bOpen(false) {}
@@ -49,7 +71,12 @@ LFile::LFile(char const* name, char const* mode)
   }
 }
 
-LFile::~LFile() { Close(); }
+LFile::~LFile() {
+  Close();
+  // A failed fclose leaves the name held for the caller of Close; here there
+  // is no caller left to want it.
+  delete[] m_pszFilename;
+}
 
 int LFile::Open(char const* name, char const* mode, bool closeFirst) {
   m_byMode = 0;
@@ -176,18 +203,12 @@ int LFile::Write(int count, LCString text) {
 }
 
 int LFile::WriteLine(char const* format, ...) {
-  m_nErrorCode = 0;
-  if (ValidWrite() != 0) return m_nErrorCode;
   std::va_list args;
   va_start(args, format);
-  try {
-    m_nErrorCode = vq0300_internal::WriteFormatted(m_pFile, format, &args, LFILE_ERR_FORMAT);
-  } catch (...) {
-    va_end(args);
-    throw;
-  }
+  vq0300_internal::HeldException held;
+  const int result = held.Run([&] { return vq0300_internal::WriteLineCore(*this, format, &args); });
   va_end(args);
-  return m_nErrorCode;
+  return held.Pass(result);
 }
 
 char const* LFile::GetFilename() const { return m_pszFilename; }
@@ -214,20 +235,12 @@ bool LFile::IsAppend() { return (m_byMode & LFILE_MODE_APPEND) != 0; }
 
 bool LFile::IsOpen() { return m_bOpen; }
 
-int LFile::exists(char const* path) {
-  if (path == nullptr) return 0;
-  std::FILE* stream = std::fopen(path, "r");
-  if (stream == nullptr) return 0;
-  std::fclose(stream);
-  return 1;
-}
+int LFile::exists(char const* path) { return vq0300_internal::FileOpens(path, "r") ? 1 : 0; }
 
 int LFile::IsDirectoryWritable(char const* path) {
   if (path == nullptr) return 0;
   const std::string probe = std::string(path) + "/" + kProbeName;
-  std::FILE* stream = std::fopen(probe.c_str(), "w");
-  if (stream == nullptr) return 0;
-  std::fclose(stream);
+  if (!vq0300_internal::FileOpens(probe.c_str(), "w")) return 0;
   std::remove(probe.c_str());
   return 1;
 }

@@ -63,7 +63,8 @@ class VQ0300_API LFile {
   // name); a null name leaves it Empty with code -7. An allocation failure
   // passes out as std::bad_alloc with no name and no stream left behind.
   LFile(char const* name, char const* mode);
-  // Close, result dropped. Not virtual.
+  // Close, result dropped, and the name released whatever fclose returned.
+  // Not virtual.
   ~LFile();
   LFile(LFile const&) = delete;
   LFile& operator=(LFile const&) = delete;
@@ -93,7 +94,8 @@ class VQ0300_API LFile {
   // still releases a name (Named becomes Empty).
   // A failed fclose stores and returns errno; the stream pointer is dropped
   // all the same, never handed to fclose again, and the object is then Named
-  // (no stream, name kept, IsOpen false) until the next Close.
+  // (no stream, name kept, IsOpen false) until the next Close or the
+  // destructor, which releases the name after any Close.
   int Close();
 
   // rewind the stream (which clears its end-of-file and error indicators);
@@ -219,10 +221,6 @@ class VQ0300_API LFile {
   char* m_pszFilename;  // owned, from new[]
   int m_nErrorCode;
   bool m_bOpen;
-
- private:
-  // PrintLog writes to the stream as WriteLine with no arguments does.
-  friend class LMsgOutput;
 };
 
 #endif  // VQ0300_LFILE_H

@@ -1,3 +1,4 @@
+// LLog: a time-stamped log file, opened and closed at every call.
 #include "vq0300/LLog.h"
 
 #include <cstdio>
@@ -45,19 +46,14 @@ void LLog::SetLogFilename(char const* path, char const* mode) {
   if (IsEmpty(path) || IsEmpty(mode)) return;
   m_strLogFilename = path;
   m_strMode = mode;
-  if (FILE* file = std::fopen(path, mode)) std::fclose(file);
+  vq0300_internal::FileOpens(path, mode);  // creates the file, or empties it with "w"
 }
 
 char const* LLog::GetLogFilename() const { return m_strLogFilename.c_str(); }
 
 bool LLog::IsOpen() const {
-  for (char const* mode : {"a", "w"}) {
-    if (FILE* file = std::fopen(m_strLogFilename.c_str(), mode)) {
-      std::fclose(file);
-      return true;
-    }
-  }
-  return false;
+  char const* path = m_strLogFilename.c_str();
+  return vq0300_internal::FileOpens(path, "a") || vq0300_internal::FileOpens(path, "w");
 }
 
 void LLog::LogHeader(char const* text) {
@@ -69,9 +65,9 @@ void LLog::LogHeader(char const* text) {
 }
 
 void LLog::WriteMessage(char const* text) {
-  // As a format without arguments: "%%" becomes one percent sign, any other
-  // directive is written as it stands.
-  AppendRecord(m_strLogFilename, text, vq0300_internal::WriteWithoutArguments);
+  // As a format given no arguments: "%%" becomes one percent sign, any
+  // other directive is written as it stands.
+  AppendRecord(m_strLogFilename, text, vq0300_internal::PrintBareFormat);
 }
 
 void LLog::WriteMessage2(char const* text) {
@@ -81,5 +77,5 @@ void LLog::WriteMessage2(char const* text) {
 
 void LLog::Clear() {
   std::remove(m_strLogFilename.c_str());
-  if (FILE* file = std::fopen(m_strLogFilename.c_str(), "w")) std::fclose(file);
+  vq0300_internal::FileOpens(m_strLogFilename.c_str(), "w");
 }

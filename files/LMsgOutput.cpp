@@ -1,3 +1,6 @@
+// LMsgOutput: the message channel. Output runs the format scan with a sink
+// that sends every piece to the console and then to the log; the log is a
+// plain LFile, written through the write core of LFile::WriteLine.
 #include "vq0300/LMsgOutput.h"
 
 #include <cstdarg>
@@ -40,54 +43,42 @@ class ChannelSink final : public vq0300_internal::ScanSink {
   LMsgOutput& m_channel;
 };
 
-// The log file of a channel: an LFile that can also write a text as a format
-// without arguments, which the variadic WriteLine cannot be asked to do. Only
-// InitLogFile creates the log, so its dynamic type is always this class.
-class ChannelLog final : public LFile {
- public:
-  ChannelLog(char const* path, char const* mode) : LFile(path, mode) {}
-
-  // WriteLine(text) with no arguments: code 0, the readiness test, then the
-  // scan, in which a directive that would show an argument is the format
-  // failure -2. Returns the stored code.
-  int WriteWithoutArguments(char const* text) {
-    m_nErrorCode = 0;
-    if (ValidWrite() == 0) {
-      m_nErrorCode = vq0300_internal::WriteFormatted(m_pFile, text, nullptr, LFILE_ERR_FORMAT);
-    }
-    return m_nErrorCode;
-  }
-};
-
-ChannelLog* AsChannelLog(LFile* log) { return static_cast<ChannelLog*>(log); }
-
 int RunOutput(LMsgOutput& channel, char const* format, std::va_list* args) {
   ChannelSink sink(channel);
   return vq0300_internal::RunFormatScan(format, args, sink, kOutputFormatFailure);
+}
+
+// Destroys a log made by InitLogFile with new LFile. Its dynamic type is
+// LFile itself, so the destructor, which is not virtual, is the right one.
+void DestroyLog(LFile* log) {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdelete-non-virtual-dtor"
+  delete log;
+#pragma GCC diagnostic pop
 }
 
 }  // namespace
 
 LMsgOutput::LMsgOutput() : m_pfileLogFile(nullptr), m_wOutputOptions(0) {}
 
-LMsgOutput::~LMsgOutput() { delete AsChannelLog(m_pfileLogFile); }
+LMsgOutput::~LMsgOutput() { DestroyLog(m_pfileLogFile); }
 
 void LMsgOutput::SetOutputOptions(unsigned short options) { m_wOutputOptions = options; }
 
 int LMsgOutput::InitLogFile(char const* path, bool fresh) {
-  ChannelLog* old = AsChannelLog(m_pfileLogFile);
+  LFile* old = m_pfileLogFile;
   m_pfileLogFile = nullptr;
-  delete old;
-  m_pfileLogFile = new ChannelLog(path, fresh ? "wt" : "at");
+  DestroyLog(old);
+  m_pfileLogFile = new LFile(path, fresh ? "wt" : "at");
   return m_pfileLogFile->GetErrorCode();
 }
 
 void LMsgOutput::Print(char const* text) {
   if (text == nullptr) return;
   if ((m_wOutputOptions & LMSG_OUTPUT_STDERR) != 0) {
-    vq0300_internal::WriteWithoutArguments(stderr, text);
+    vq0300_internal::PrintBareFormat(stderr, text);
   } else if ((m_wOutputOptions & LMSG_OUTPUT_STDOUT) != 0) {
-    vq0300_internal::WriteWithoutArguments(stdout, text);
+    vq0300_internal::PrintBareFormat(stdout, text);
   }
 }
 
@@ -97,39 +88,32 @@ int LMsgOutput::PrintLog(char const* text) {
     Print("Log File not initialized!\n");
     return -1;
   }
-  ChannelLog& log = *AsChannelLog(m_pfileLogFile);
-  if (log.WriteWithoutArguments(text) == 0) return 0;
+  // WriteLine(text) with no arguments, which the variadic form cannot be
+  // told: the core reads none.
+  if (vq0300_internal::WriteLineCore(*m_pfileLogFile, text, nullptr) == 0) return 0;
   Print("Error Writing to Log File:\n");
-  char const* message = log.GetErrorMessage();
+  char const* message = m_pfileLogFile->GetErrorMessage();
   Print((std::string("\t\t") + (message != nullptr ? message : "")).c_str());
   return -1;
 }
 
+// The two overloads cannot share a body: a variadic function cannot hand its
+// arguments on to another variadic function, only a va_list to a plain one.
 int LMsgOutput::Output(char const* format, ...) {
   std::va_list args;
   va_start(args, format);
-  int result;
-  try {
-    result = RunOutput(*this, format, &args);
-  } catch (...) {
-    va_end(args);
-    throw;
-  }
+  vq0300_internal::HeldException held;
+  const int result = held.Run([&] { return RunOutput(*this, format, &args); });
   va_end(args);
-  return result;
+  return held.Pass(result);
 }
 
 int LMsgOutput::Output(unsigned short options, char const* format, ...) {
   SetOutputOptions(options);
   std::va_list args;
   va_start(args, format);
-  int result;
-  try {
-    result = RunOutput(*this, format, &args);
-  } catch (...) {
-    va_end(args);
-    throw;
-  }
+  vq0300_internal::HeldException held;
+  const int result = held.Run([&] { return RunOutput(*this, format, &args); });
   va_end(args);
-  return result;
+  return held.Pass(result);
 }

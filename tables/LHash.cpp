@@ -1,3 +1,4 @@
+// LHash: text keys to lists of text values, rows in creation order.
 #include "vq0300/LHash.h"
 
 #include <cstddef>

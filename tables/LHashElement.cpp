@@ -1,5 +1,7 @@
+// LHashElement: one row of LHash, a key with its list of values.
 #include "vq0300/LHashElement.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 
@@ -21,25 +23,20 @@ void LHashElement::setValue(const char* value) {
   m_vecValues.emplace_back(value);
 }
 
-// Both removals build the surviving list first and swap it in only at the
-// end, so a failed allocation leaves the row exactly as it was.
+// Both removals erase in place: the survivors move down and keep their
+// order, and erasing from a vector allocates nothing, so it cannot fail.
 void LHashElement::removeValue(const char* value) {
   if (value == nullptr) return;
-  std::vector<std::string> kept;
-  for (const std::string& text : m_vecValues) {
-    if (std::strcmp(text.c_str(), value) != 0) kept.push_back(text);
-  }
-  m_vecValues.swap(kept);
+  m_vecValues.erase(std::remove_if(m_vecValues.begin(), m_vecValues.end(),
+                                   [value](const std::string& text) {
+                                     return std::strcmp(text.c_str(), value) == 0;
+                                   }),
+                    m_vecValues.end());
 }
 
 void LHashElement::removeValue(int index) {
   if (index < 0 || index >= getValueCount()) return;
-  std::vector<std::string> kept;
-  kept.reserve(m_vecValues.size() - 1);
-  for (std::size_t i = 0; i < m_vecValues.size(); ++i) {
-    if (i != static_cast<std::size_t>(index)) kept.push_back(m_vecValues[i]);
-  }
-  m_vecValues.swap(kept);
+  m_vecValues.erase(m_vecValues.begin() + index);
 }
 
 void LHashElement::clear() {

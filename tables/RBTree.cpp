@@ -1,3 +1,4 @@
+// RBTree: an intrusive red-black tree over caller-owned nodes and keys.
 #include "vq0300/RBTree.h"
 
 #include <cstring>

@@ -315,6 +315,30 @@ TEST_F(AllocFailure, FilesCloseWhatTheyOpened) {
   });
 }
 
+// /dev/full takes every write into the stream's buffer and refuses it at
+// fclose, so each close below fails; the name must go all the same.
+TEST_F(AllocFailure, FailedCloseLeavesNoName) {
+  if (LFile::exists("/dev/full") == 0) GTEST_SKIP() << "no /dev/full";
+  const long live = g.live;
+  {
+    LFile file("/dev/full", "w");
+    ASSERT_TRUE(file.IsOpen());
+    EXPECT_EQ(file.WriteLine("buffered"), 0);
+  }
+  EXPECT_EQ(g.live, live) << "~LFile";
+  {
+    LMsgOutput channel;
+    channel.SetOutputOptions(LMSG_OUTPUT_LOG);
+    ASSERT_EQ(channel.InitLogFile("/dev/full", true), 0);
+    EXPECT_EQ(channel.Output("buffered\n"), 0);
+    const long oneLog = g.live;
+    ASSERT_EQ(channel.InitLogFile("/dev/full", true), 0);
+    EXPECT_EQ(g.live, oneLog) << "InitLogFile replacing a log";
+    EXPECT_EQ(channel.Output("buffered\n"), 0);
+  }
+  EXPECT_EQ(g.live, live) << "~LMsgOutput";
+}
+
 TEST_F(AllocFailure, TablesAndBuffersKeepTheirRows) {
   Sweep("LHash", [](bool& threw) {
     LHash table;

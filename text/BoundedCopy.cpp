@@ -1,3 +1,4 @@
+// The bounded copy primitives (util_strncpy and its kin).
 #include "vq0300/BoundedCopy.h"
 
 #include <cstring>

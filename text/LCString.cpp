@@ -7,9 +7,13 @@
 #include <cstring>
 #include <new>
 
+#include "CaseFold_internal.h"
 #include "vq0300/BoundedCopy.h"
 
 namespace {
+
+using vq0300_internal::ToLowerAscii;
+using vq0300_internal::ToUpperAscii;
 
 // A length as the int the class stores. Texts longer than INT_MAX bytes are
 // cut to INT_MAX; no caller of this library comes near that.
@@ -37,10 +41,6 @@ int AddLengths(int a, int b) {
   if (a > INT_MAX - b) throw std::bad_array_new_length();
   return a + b;
 }
-
-// ASCII-only case mapping: no locale, bytes outside the letters stay.
-char ToUpperAscii(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 0x20) : c; }
-char ToLowerAscii(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c + 0x20) : c; }
 
 }  // namespace
 

@@ -1,3 +1,4 @@
+// LString: stateless search, slicing and trimming of caller buffers.
 #include "vq0300/LString.h"
 
 #include <cstring>

@@ -1,3 +1,5 @@
+// The free string routines: case mapping, number text, case-blind
+// comparison, reversal and substring search on NUL-terminated strings.
 #include "vq0300/StringRoutines.h"
 
 #include <cctype>
@@ -5,13 +7,15 @@
 #include <cstring>
 #include <string>
 
+#include "CaseFold_internal.h"
+
 namespace {
 
-// The byte as a signed value with the ASCII lower-case letters folded to
-// upper case; nothing else changes, so bytes of 0x80 and up stay negative.
+// The byte folded to upper case, as a signed value: bytes of 0x80 and up
+// stay negative.
 int FoldedSigned(char c) {
-  const int value = static_cast<signed char>(c);  // NOLINT(bugprone-signed-char-misuse): meant
-  return (value >= 'a' && value <= 'z') ? value - ('a' - 'A') : value;
+  // NOLINTNEXTLINE(bugprone-signed-char-misuse): the signed value is meant
+  return static_cast<signed char>(vq0300_internal::ToUpperAscii(c));
 }
 
 template <typename Map>

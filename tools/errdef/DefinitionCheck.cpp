@@ -1,6 +1,6 @@
+// The check of a definition file: the library's load for its result, the
+// scanner's reading for its rows and its findings on single statements.
 #include "DefinitionCheck.h"
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
@@ -12,10 +12,8 @@
 #include <filesystem>
 #include <map>
 #include <memory>
-#include <set>
 #include <utility>
 
-#include <vq0300/ErrorElement.h>
 #include <vq0300/ErrorHandler.h>
 
 #include "core/Helpers_internal.h"
@@ -23,14 +21,6 @@
 
 namespace errdef {
 namespace {
-
-constexpr char kSeparator[] = "<S/>";
-
-int CountMarks(const std::string& text, const char* mark) {
-  int count = 0;
-  for (size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1)) ++count;
-  return count;
-}
 
 std::string Hex(uint32_t code) {
   char text[16];
@@ -78,9 +68,8 @@ class StatementCheck {
   }
 
   void Offset(const Statement& s) {
-    const size_t separator = s.text.find(kSeparator);
-    if (CountMarks(s.text, kSeparator) >= 2 ||
-        (separator != std::string::npos && s.text.find("Offset") > separator)) {
+    if (s.separators >= 2 ||
+        (s.separatorAt != std::string::npos && s.offsetWordAt > s.separatorAt)) {
       Warn(s, "read as an offset statement because it holds \"Offset\" (" +
                   (s.endsBlock ? std::string("it ends the selected block")
                                : "its value reads as " + std::to_string(s.value)) +
@@ -92,7 +81,7 @@ class StatementCheck {
   }
 
   void Definition(const Statement& s) {
-    const int separators = CountMarks(s.text, kSeparator);
+    const int separators = s.separators;
     if (separators != 2) {
       // With fewer than two marks the action is a scrap of the text: show the flag instead.
       Warn(s, "definition has " + std::to_string(separators) +
@@ -143,9 +132,7 @@ class StatementCheck {
   }
 
   void CommentMarks(const Statement& s) {
-    if (s.text.find("<!--") != std::string::npos || s.text.find("-->") != std::string::npos) {
-      Warn(s, "a comment mark stays in the statement text: " + Quoted(s.text));
-    }
+    if (s.commentMark) Warn(s, "a comment mark stays in the statement text: " + Quoted(s.text));
   }
 
   std::vector<Warning>& warnings_;
@@ -153,67 +140,11 @@ class StatementCheck {
   std::vector<const Statement*> ahead_;  // definitions ahead of the first offset statement
 };
 
-// --- Comparison with the loaded handler ----------------------------------------------
-
-// Gives matched elements a code no definition has, and restores them all.
-class HiddenElements {
- public:
-  explicit HiddenElements(uint32_t spare) : spare_(spare) {}
-  ~HiddenElements() {
-    for (auto it = hidden_.rbegin(); it != hidden_.rend(); ++it)
-      it->first->m_dwErrorCode = it->second;
-  }
-  HiddenElements(const HiddenElements&) = delete;
-  HiddenElements& operator=(const HiddenElements&) = delete;
-
-  void Hide(ErrorElement* element) {
-    hidden_.emplace_back(element, element->m_dwErrorCode);
-    element->m_dwErrorCode = spare_;
-  }
-
- private:
-  uint32_t spare_;
-  std::vector<std::pair<ErrorElement*, uint32_t>> hidden_;
-};
-
-ErrorElement* Lookup(ErrorHandler& handler, uint32_t code) {
-  return handler.GetErrorElement(static_cast<unsigned short>(code & 0xFFFFu),
-                                 static_cast<unsigned short>(code >> 16));
-}
-
-// The loaded element of every loaded definition, in file order.
-std::vector<Row> LoadedRows(ErrorHandler& handler, const Reading& reading,
-                            std::vector<Warning>& warnings) {
-  std::set<uint32_t> codes;
-  for (const Statement& s : reading.statements) {
-    if (!s.isOffset && s.loaded) codes.insert(s.code);
-  }
-  uint32_t spare = 0;
-  while (codes.count(spare) != 0) ++spare;
-  HiddenElements hidden(spare);
+// The loaded definitions of the reading, in file order.
+std::vector<Row> LoadedRows(const Reading& reading) {
   std::vector<Row> rows;
   for (const Statement& s : reading.statements) {
-    if (s.isOffset || !s.loaded) continue;
-    ErrorElement* element = Lookup(handler, s.code);
-    if (element == nullptr) {
-      warnings.push_back(
-          {s.line, "the loader holds no element for this definition (code " + Hex(s.code) + ")"});
-      continue;
-    }
-    const char* message = element->GetErrorMessage();
-    Row row{s.line, element->m_dwErrorCode, element->m_wContinue, message ? message : ""};
-    if (row.cont != s.cont || row.message != s.message) {
-      warnings.push_back({s.line, "the loaded element differs from this reading: message " +
-                                      Quoted(s.message) + ", continue " + std::to_string(s.cont)});
-    }
-    rows.push_back(std::move(row));
-    hidden.Hide(element);
-  }
-  for (uint32_t code : codes) {
-    if (Lookup(handler, code) != nullptr) {
-      warnings.push_back({0, "the loader holds more elements with the code " + Hex(code) +
-                                 " than this reading finds"});
-    }
+    if (!s.isOffset && s.loaded) rows.push_back({s.line, s.code, s.cont, s.message});
   }
   return rows;
 }
@@ -281,10 +212,6 @@ CheckResult CheckDefinitionFile(const std::string& path, int selector) {
     return check;
   }
   check.warnings = reading->warnings;
-  if (reading->result != 0) {
-    check.warnings.push_back(
-        {0, "this checker's reading fails where the loader's does not: " + reading->failure});
-  }
   StatementCheck statements(check.warnings);
   for (const Statement& s : reading->statements) {
     if (s.isOffset) {
@@ -298,7 +225,7 @@ CheckResult CheckDefinitionFile(const std::string& path, int selector) {
     check.warnings.push_back({0, "no offset statement has the value " + std::to_string(selector) +
                                      ": nothing is loaded"});
   }
-  check.rows = LoadedRows(handler, *reading, check.warnings);
+  check.rows = LoadedRows(*reading);
   std::stable_sort(check.warnings.begin(), check.warnings.end(),
                    [](const Warning& a, const Warning& b) {
                      return (a.line == 0 ? INT_MAX : a.line) < (b.line == 0 ? INT_MAX : b.line);

@@ -1,13 +1,11 @@
 // DefinitionCheck: loads an error definition file with ErrorHandler, lists
-// the elements the loader produced, and warns about statements the loader
+// the definitions the load takes, and warns about statements the loader
 // accepts but a person probably did not mean.
 //
 // The loader cannot list its definitions, so the file is read a second time
-// by DefinitionReader, with the loader's own scanner, keeping the line of
-// every statement. Each definition found there is then looked up in the
-// loaded handler, in file order, and the table shows the loaded element, not
-// the second reading. Where the two disagree (they share one reader, so only
-// a fault of the handler would make them), a warning says so.
+// by DefinitionReader, with the loader's own scanner, which tells the line of
+// every statement and whether the loader takes it. The check is a client of
+// that reading: it reads no statement text again.
 #ifndef VQ0300_TOOLS_ERRDEF_DEFINITIONCHECK_H
 #define VQ0300_TOOLS_ERRDEF_DEFINITIONCHECK_H
 
@@ -37,11 +35,8 @@ struct CheckResult {
 // Loads path as a client of the library does: SetDefaultDir with the
 // directory of path made absolute, then Initialize with the base name and the
 // selector (-1 for every block, or the offset value of one block). When the
-// load succeeds, every definition is looked up and checked; the warnings
+// load succeeds, the scanner's reading gives the rows and the warnings, which
 // cover every statement the loader's pass reaches.
-// To find the second of two elements with one code, an element already
-// matched gets, for the time of the check, a code that no definition of the
-// file has; every code is restored before the handler goes.
 CheckResult CheckDefinitionFile(const std::string& path, int selector);
 
 // True for an action that is not "STOP" but looks like a misspelling of it:

@@ -1,3 +1,5 @@
+// The reading of a definition file by the loader's scanner, with what the
+// scanner drops or joins put into words.
 #include "DefinitionReader.h"
 
 #include <cstring>

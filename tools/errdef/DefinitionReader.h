@@ -3,9 +3,6 @@
 // keeping what the loader throws away: the line of every statement, the
 // statements it dropped or took apart, and the places where its rules cut
 // text that a person probably meant to keep, as warnings in words.
-//
-// DefinitionCheck still compares every definition found here with the element
-// the loaded ErrorHandler holds, so the report shows what the library did.
 #ifndef VQ0300_TOOLS_ERRDEF_DEFINITIONREADER_H
 #define VQ0300_TOOLS_ERRDEF_DEFINITIONREADER_H
 
@@ -51,9 +48,6 @@ struct Reading {
 // The file is read in pieces of at most 65535 bytes as the loader reads them;
 // a NUL byte ends the text of its piece, and a read error ends the file.
 Reading ReadDefinitionFile(std::FILE* file, int selector);
-
-// The trimming of the loader: drops at both ends every byte outside 0x21..0x7E.
-using vq0300_internal::Trimmed;
 
 // text in double quotes for a warning, cut to about 60 bytes ("...").
 std::string Quoted(const std::string& text);

@@ -1,3 +1,5 @@
+// The report of vq0300-errdef: the table of loaded definitions and the
+// warnings, written through LMsgOutput.
 #include "Report.h"
 
 #include <algorithm>
