@@ -13,9 +13,11 @@
 /// i % GetBlockSize().
 ///
 /// Example, block size 4, head.WriteData("abcdefghij"):
+/// @verbatim
 ///   head [abcd] -> [efgh] -> [ij..]   result: the third block
 ///   head.GetTotalSize() == 10, head.ReadData(4) == 'e',
 ///   head.GetNextBlock()->ReadData(0) == 'e'.
+/// @endverbatim
 ///
 /// Derivation: AllocateNewBlock and CopyBlock are virtual and the fields are
 /// protected, so a caller's class can create its own blocks. The destructor
@@ -80,6 +82,7 @@ class VQ0300_API LByteBuffer {
   /// A block without storage (built from a null pointer) takes no bytes:
   /// false.
   bool WriteData(unsigned char value);
+  /// The same for a char, taken as its unsigned byte.
   bool WriteData(char value);
 
   /// Overwrite the byte at position `index`, counted from the receiver.
@@ -87,6 +90,7 @@ class VQ0300_API LByteBuffer {
   /// the chain, or at or past the data of the block reached. Never adds a
   /// block and never raises a data size.
   bool WriteData(int index, unsigned char value);
+  /// The same for a char, taken as its unsigned byte.
   bool WriteData(int index, char value);
 
   /// Appends the characters of `text` (not its NUL), starting at the

@@ -8,8 +8,10 @@
 /// (the ring has wrapped once it passes GetBlockSize()).
 ///
 /// Example, ring size 4, after writing a b c d e f:
+/// @verbatim
 ///   slots e f c d, GetLinearIndex() == 6, GetCircularIndex() == 2,
 ///   ReadData(5) == 'f', ReadData(4) == ReadData(0) == 'e'.
+/// @endverbatim
 #ifndef VQ0300_LCIRBYTEBUFFER_H
 #define VQ0300_LCIRBYTEBUFFER_H
 /// @file
@@ -36,6 +38,7 @@ class VQ0300_API LCirByteBuffer {
   /// Puts one byte in the slot GetCircularIndex() and advances both indices.
   /// Without storage the byte is dropped and nothing changes.
   void WriteData(unsigned char value);
+  /// The same for a char, taken as its unsigned byte.
   void WriteData(char value);
 
   /// The byte in the slot of stream position `index` (index % ring size); a

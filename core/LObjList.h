@@ -20,17 +20,21 @@
 
 class VQ0300_API LObjList : public LObject {
  public:
+  /// An empty list with no array yet.
   LObjList();
   /// Frees the array; the objects pointed at stay alive.
   ~LObjList() override;
 
+  /// The number of entries, null entries included.
   int GetCount() const;
+  /// The same as the const GetCount.
   int GetCount();
 
   /// Entry at position i.
   /// A position outside 0 .. GetCount() - 1 returns null (the library itself
   /// never asks for one).
   LObject* GetAt(int i) const;
+  /// The same as the const GetAt.
   LObject* GetAt(int i);
 
   /// Overwrites the entry at i; the old pointer is neither destroyed nor
@@ -44,6 +48,7 @@ class VQ0300_API LObjList : public LObject {
   /// and the result is null.
   LObject* RemoveTail();
 
+  /// True when the list holds no entry; a list of null entries is not empty.
   bool IsEmpty();
 
   /// Takes the entry at i out of the list, keeping the order of the others,
@@ -54,6 +59,7 @@ class VQ0300_API LObjList : public LObject {
   /// Example: on a, b, c Delete(5) and Delete(-1) both return c.
   LObject* Delete(int i);
 
+  /// Appends object behind the tail; null is accepted.
   void AddTail(LObject* object);
 
   /// Inserts at a place chosen thus: an empty list or i == 0 gives the head,

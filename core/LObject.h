@@ -12,6 +12,7 @@
 
 class VQ0300_API LObject {
  public:
+  /// Nothing to set up: the root class holds no data.
   LObject();
   virtual ~LObject();
 };

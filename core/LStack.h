@@ -13,6 +13,7 @@
 
 class VQ0300_API LStack : public LObject {
  public:
+  /// An empty stack.
   LStack();
   /// Destroys the list; the objects on it stay alive.
   ~LStack() override;
@@ -25,6 +26,7 @@ class VQ0300_API LStack : public LObject {
   /// two apart.
   LObject* Pop();
 
+  /// True when nothing is on the stack; a pushed null counts as an entry.
   bool IsEmpty();
 
   /// The depth of the stack (0 when empty), not an element: nothing reads the

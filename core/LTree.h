@@ -19,12 +19,14 @@
 
 class VQ0300_API LTree : public LObject {
  public:
+  /// A root without payload and without children.
   LTree();
   /// Leaves the children, the payload and the parent's list untouched.
   ~LTree() override;
 
   /// Stores the payload; a payload replaced is not destroyed.
   void SetTreeNode(LObject* payload);
+  /// The stored payload; null until SetTreeNode.
   LObject* GetTreeNode();
 
   /// Makes a child node carrying payload and puts it at position i of the
@@ -43,6 +45,7 @@ class VQ0300_API LTree : public LObject {
   /// Payload of the last child. A node without children returns null.
   LObject* GetLastChild();
 
+  /// The number of children of this node (not of its whole subtree).
   int GetChildNumber();
 
   /// Detaches this childless node from its parent's list and returns its
@@ -52,6 +55,8 @@ class VQ0300_API LTree : public LObject {
   /// On a root nothing changes and the payload is returned.
   LObject* Delete();
 
+  /// The node this one was made under; null for a root. Delete() does not
+  /// clear it.
   LTree* GetParent();
 
  private:

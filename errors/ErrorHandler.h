@@ -91,6 +91,7 @@ class VQ0300_API ErrorHandler : public LObject {
   ///   "7<S/>Text<E/>" gives number 7 and an empty message. The code is
   ///   offset << 16 | number, each cut to 16 bits; m_wContinue is 0 only for
   ///   the action "STOP".
+  ///
   /// A line that holds more than one "<E/>" gives one element: the text
   /// between the first and the last mark is not read, and the carried text
   /// is read once.

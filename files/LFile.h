@@ -19,10 +19,12 @@
 /// the code in place, so Open(name, mode, true) after a failed read closes the
 /// old file and then returns the old code without opening the new one.
 /// Example:
+/// @code
 ///   LFile f(path, "r");
 ///   char c;
 ///   while (f.ReadChar(c) == 0) { ... }  // the last call gives -1 at the end
 ///   if (f.GetErrorCode() != 0) puts(f.GetErrorMessage());
+/// @endcode
 ///
 /// REQUIRES (not tested by the class): mode texts and the pointers handed to
 /// the read and write operations are not null, and a read buffer has room for
@@ -40,8 +42,8 @@
 
 /// Flags of m_byMode, raised by Open from the letters of the mode text.
 constexpr std::uint8_t LFILE_MODE_BINARY = 1;
-constexpr std::uint8_t LFILE_MODE_READ = 2;
-constexpr std::uint8_t LFILE_MODE_WRITE = 4;
+constexpr std::uint8_t LFILE_MODE_READ = 2;   ///< "r" or "+"
+constexpr std::uint8_t LFILE_MODE_WRITE = 4;  ///< "w", "a" or "+"
 /// Read by IsAppend. Open never raises it ("a" gives LFILE_MODE_WRITE alone);
 /// only a caller or a derived class that sets it in m_byMode does.
 constexpr std::uint8_t LFILE_MODE_APPEND = 8;
@@ -84,6 +86,7 @@ class VQ0300_API LFile {
   ///     "b" binary, "a" write and append; "t" and the rest mean nothing;
   ///  6. IsOpen becomes true and the result is 0. The stored code is NOT
   ///     touched here: a code from before stays until the next read or write.
+  ///
   /// Codes -7, -1 and errno are stored. name may be GetFilename() itself: it
   /// is copied before anything is released. That copy is the one allocation,
   /// made before step 3: when it fails (std::bad_alloc) the object keeps its
@@ -187,6 +190,7 @@ class VQ0300_API LFile {
 
   /// The stored name, owned by the object; null while none is held.
   char const* GetFilename() const;
+  /// The stored code, as the last operation that stores one left it.
   int GetErrorCode();
   /// The text of the stored code: below -100 whatever OnGetErrorMessage
   /// gives; -1 to -7 the table texts above; 0 "No Error!"; positive
@@ -197,8 +201,14 @@ class VQ0300_API LFile {
   /// fields are protected). The base class returns null.
   virtual char const* OnGetErrorMessage();
 
+  /// Whether LFILE_MODE_READ is in m_byMode ("r" or "+" in the mode of the last
+  /// successful Open).
   bool IsRead();
+  /// Whether LFILE_MODE_WRITE is in m_byMode ("w", "a" or "+" in the mode of the last
+  /// successful Open).
   bool IsWrite();
+  /// Whether LFILE_MODE_BINARY is in m_byMode ("b" in the mode of the last
+  /// successful Open).
   bool IsBinary();
   /// LFILE_MODE_APPEND in m_byMode as it stands: false after any Open, which
   /// never raises it; true only where a caller or a derived class set it.
@@ -216,10 +226,14 @@ class VQ0300_API LFile {
   static int IsDirectoryWritable(char const* path);
 
  protected:
+  /// The stream; null while none is held.
   FILE* m_pFile;
+  /// The LFILE_MODE_* flags of the last Open.
   std::uint8_t m_byMode;
   char* m_pszFilename;  ///< owned, from new[]
+  /// The stored code that the operations return.
   int m_nErrorCode;
+  /// True exactly while m_pFile holds a stream.
   bool m_bOpen;
 
  private:

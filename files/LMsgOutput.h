@@ -7,10 +7,12 @@
 /// The options start at 0: nothing is written anywhere until they are set,
 /// and InitLogFile alone does not set LMSG_OUTPUT_LOG.
 /// Example:
+/// @code
 ///   LMsgOutput out;
 ///   out.InitLogFile("run.log", true);
 ///   out.SetOutputOptions(LMSG_OUTPUT_STDOUT | LMSG_OUTPUT_LOG);
 ///   out.Output("%d files, %s\n", 3, "done");  // to stdout and to run.log
+/// @endcode
 ///
 /// Texts are formats, in Print, PrintLog and in the pieces of Output: a
 /// "%%" comes out as one "%". No text ever makes the channel read an
@@ -25,8 +27,8 @@
 /// Option bits. With both console bits set the text goes to standard error
 /// alone. Other bits are stored and mean nothing.
 constexpr unsigned short LMSG_OUTPUT_STDOUT = 1;
-constexpr unsigned short LMSG_OUTPUT_STDERR = 2;
-constexpr unsigned short LMSG_OUTPUT_LOG = 4;
+constexpr unsigned short LMSG_OUTPUT_STDERR = 2;  ///< to standard error
+constexpr unsigned short LMSG_OUTPUT_LOG = 4;     ///< to the log file of InitLogFile
 
 class VQ0300_API LMsgOutput {
  public:
@@ -62,6 +64,7 @@ class VQ0300_API LMsgOutput {
   ///  - the write failed: "Error Writing to Log File:\n", then two tabs and
   ///    the log's GetErrorMessage, with no line end ("File not opened." when
   ///    the log did not open).
+  ///
   /// A text holding a conversion that would show an argument ("%d", "%s")
   /// fails as "Unsupported print format." without reading any; "%%", or a
   /// conversion such as "%% d" that shows nothing, is written. A text
@@ -77,6 +80,7 @@ class VQ0300_API LMsgOutput {
   ///    characters is the format failure -1, and nothing of it is written;
   ///  - s emits the argument's text itself: width and precision have no
   ///    effect ("%5s" does not pad; "%5d" does). A null text emits "(null)".
+  ///
   /// Results: 0 at the end of the format; -1 for a "%" without a letter of
   /// "dfxXes" behind it, an unsupported conversion or a null format; -2 when
   /// PrintLog failed, the piece having reached the console already. The

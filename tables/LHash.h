@@ -21,7 +21,9 @@
 
 class VQ0300_API LHash {
  public:
+  /// An empty table.
   LHash();
+  /// Destroys every row.
   virtual ~LHash();
 
   /// The row of key, appended with no values if no row has that key yet; an
@@ -33,12 +35,15 @@ class VQ0300_API LHash {
   /// The first row whose key equals key (strcmp), or null. A null key gives
   /// null.
   LHashElement* getKey(const char* key);
+  /// The same for a constant table.
   const LHashElement* getKey(const char* key) const;
 
   /// The row at position index, or null outside 0 .. getKeyCount() - 1.
   LHashElement* getKey(int index);
+  /// The same for a constant table.
   const LHashElement* getKey(int index) const;
 
+  /// The number of rows.
   int getKeyCount() const;
 
   /// The sum of the value counts of all rows.

@@ -23,11 +23,13 @@ class VQ0300_API LHashElement {
   /// A row holding a copy of key and no values.
   /// A null key gives a row with the empty key.
   LHashElement(const char* key);
+  /// Frees the key and the values.
   virtual ~LHashElement();
 
   /// The key text, NUL-terminated; never null (a cleared row answers "").
   const char* getKey() const;
 
+  /// The number of values, repeats included.
   int getValueCount() const;
 
   /// The value at position index, NUL-terminated, or null for a position

@@ -11,10 +11,12 @@
 /// and a missing node counts as black.
 ///
 /// Both types are plain aggregates with no constructors of the library's:
+/// @code
 ///   RBTree tree{};                    // root null: an empty tree
 ///   RBTreeNode node{};                // links null
 ///   node.key = buffer;                // the caller's buffer, see Delete
 ///   tree.Insert(&tree, &node);
+/// @endcode
 /// Every operation changes the tree given as its RBTree* argument, not the
 /// receiver; only OuputTree(char*) reads the receiver's own root. Normally
 /// receiver and argument are the same tree.
@@ -26,6 +28,7 @@
 
 #include "vq0300/vq0300_export.h"
 
+/// One node of an RBTree, allocated and freed by the caller; see RBTree.
 struct RBTreeNode {
   /// Not read or written by any operation; it keeps the node's layout.
   void* reserved = nullptr;
@@ -36,7 +39,9 @@ struct RBTreeNode {
   /// The key text, in a buffer of the caller's.
   char* key = nullptr;
   RBTreeNode* parent = nullptr;  ///< null at the root
+  /// The subtree of smaller keys; null for none.
   RBTreeNode* left = nullptr;
+  /// The subtree of greater keys; null for none.
   RBTreeNode* right = nullptr;
 };
 
@@ -70,6 +75,7 @@ class VQ0300_API RBTree {
   /// A null tree or node, or a node lacking the child that moves up, does
   /// nothing.
   void LeftRotate(RBTree* tree, RBTreeNode* node);
+  /// The mirror of LeftRotate (see the picture there).
   void RightRotate(RBTree* tree, RBTreeNode* node);
 
   /// Colours a freshly linked node red and restores the red-black rules by

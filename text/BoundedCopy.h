@@ -18,12 +18,14 @@
 /// Examples: "abcdef", 3, 0 gives "abc"; 5, 2 gives "ab"; 0, 2 gives the whole
 /// "abcdef" (a limit never bounds a whole-string copy).
 VQ0300_API void util_strncpy(char* dst, char* src, int count, int limit);
+/// The same for a constant source.
 VQ0300_API void util_strncpy(char* dst, char const* src, int count, int limit);
 
 /// Appends all of src behind the string in dst and terminates it. Neither
 /// integer is read. A null dst or src does nothing. dst must hold both strings
 /// and a terminator.
 VQ0300_API void util_strncat(char* dst, char* src, int count, int limit);
+/// The same for a constant source.
 VQ0300_API void util_strncat(char* dst, char const* src, int count, int limit);
 
 #endif  // VQ0300_BOUNDEDCOPY_H

@@ -15,6 +15,7 @@
 ///    copies, concatenation, trims and slices go by it;
 ///  - the terminated view, the bytes up to the first NUL. Comparisons, c_str,
 ///    LTEXT and the forward searches go by it.
+///
 /// They differ after LCString(int) and Reallocate (length n, no text), after
 /// LCString('\0'), after a NUL is stored by SetAt or operator[], and while
 /// AddString has filled less than the stored length.
@@ -23,9 +24,11 @@
 /// something else there through operator[] (see there).
 ///
 /// Example, filling a pre-sized string and cutting it to its text:
+/// @code
 ///   LCString s(8);             // length 8, text ""
 ///   s.AddString(3, "abc");     // text "abc", length still 8
 ///   s.TrimRight();             // length 3: the NUL tail is white space
+/// @endcode
 #ifndef VQ0300_LCSTRING_H
 #define VQ0300_LCSTRING_H
 /// @file
@@ -103,6 +106,8 @@ class VQ0300_API LCString {
   /// A negative index, and any index above 0 on an empty string, gives the
   /// fallback cell (L - 1, or the terminator when L is 0).
   char& operator[](int i);
+  /// The byte of the cell that the non-const operator[] gives for i (see
+  /// there).
   char operator[](int i) const;
 
   /// The byte at index i for i < L; for every other index, i == L included, the
@@ -121,12 +126,17 @@ class VQ0300_API LCString {
   bool operator==(LCString const& other) const;
   /// False for a null pointer.
   bool operator==(char const* text) const;
+  /// The negation of operator==.
   bool operator!=(LCString const& other) const;
   /// A null pointer is unequal to every string, so the result is true.
   bool operator!=(char const* text) const;
+  /// strcmp of the two terminated views below 0.
   bool operator<(LCString const& other) const;
+  /// strcmp of the two terminated views above 0.
   bool operator>(LCString const& other) const;
+  /// strcmp of the two terminated views at or below 0.
   bool operator<=(LCString const& other) const;
+  /// strcmp of the two terminated views at or above 0.
   bool operator>=(LCString const& other) const;
   /// The value strcmp returns, not reduced to -1, 0 or 1.
   int Compare(LCString const& other) const;
@@ -137,24 +147,29 @@ class VQ0300_API LCString {
   /// ASCII case mapping over the whole counted view, bytes behind an inner NUL
   /// included; bytes other than a-z (or A-Z) are left alone. No locale.
   void MakeUpper();
+  /// As MakeUpper, mapping A-Z to a-z.
   void MakeLower();
   /// Reverses the counted view in place; the terminator stays. On a partly
   /// filled pre-sized string the NUL tail comes to the front and the text
   /// then reads as empty.
   void MakeReverse();
 
+  /// @name Searches
   /// ---- Searches. Positions count from 0 at the first byte; -1 is a miss. ----
   /// Every search answers -1 at once when the stored length is below 1, also
   /// for an empty search text. A null search argument gives -1.
+  /// @{
 
   /// First occurrence of text in the terminated view (strstr); "" gives 0.
   int Find(char const* text);
+  /// As Find(char const*), with the terminated view of text.
   int Find(LCString const& text);
   /// First occurrence of c (strchr); '\0' gives the index of the first NUL,
   /// so Find('\0') on "abc" is 3.
   int Find(char c);
   /// First byte of the terminated view that is in set (strpbrk); "" gives -1.
   int FindOneOf(char const* set);
+  /// As FindOneOf(char const*), with the terminated view of set.
   int FindOneOf(LCString const& set);
 
   /// Start of the last occurrence of text. It searches only the bytes behind
@@ -162,6 +177,7 @@ class VQ0300_API LCString {
   /// last byte is NUL and every non-empty text gives -1 although Find finds it.
   /// An empty text gives GetLength(). Overlaps count: "aa" in "aaa" gives 1.
   int ReverseFind(char const* text);
+  /// As ReverseFind(char const*), with the terminated view of text.
   int ReverseFind(LCString const& text);
   /// Last occurrence of c in the terminated view (strrchr); '\0' gives the
   /// index of the first NUL.
@@ -169,12 +185,16 @@ class VQ0300_API LCString {
   /// Last byte in set, looking only behind the last NUL of the counted view as
   /// ReverseFind(text) does. An empty set gives -1.
   int ReverseFindOneOf(char const* set);
+  /// As ReverseFindOneOf(char const*), with the terminated view of set.
   int ReverseFindOneOf(LCString const& set);
+  /// @}
 
+  /// @name Trims
   /// ---- Trims. White space is every byte outside 0x21 ('!') to 0x7E ('~'):
   /// NUL, controls, space, DEL and every byte of 0x80 and above. The trims work
   /// on the counted view, lower the stored length, keep the buffer and leave the
   /// add position alone (AddString then treats the string as full). ----
+  /// @{
 
   /// Removes trailing white space, overwriting it with NUL. On a pre-sized
   /// string this brings the length down to the end of the text.
@@ -185,8 +205,11 @@ class VQ0300_API LCString {
   /// Removes white space wherever it stands, inner NUL bytes included, so the
   /// two views agree afterwards.
   void RemoveWhiteSpaces();
+  /// @}
 
+  /// @name Slices
   /// ---- Slices: new strings by value; this string is unchanged. ----
+  /// @{
 
   /// The first n bytes. n < 1, or an empty string, gives an empty string.
   /// n >= GetLength() gives the TERMINATED view instead, with add position
@@ -202,6 +225,7 @@ class VQ0300_API LCString {
   /// count < 1, start >= L or an empty string give an empty string.
   /// A start + count beyond the range of int counts as reaching past the end.
   LCString Mid(int start, int count) const;
+  /// @}
 
  private:
   char* m_pszData;  ///< owned, from new[]; never null while the object lives

@@ -18,6 +18,7 @@
 
 class VQ0300_API LString : public LObject {
  public:
+  /// Nothing to release: the class holds no data.
   ~LString() override;
 
   /// Forward searches. An empty s gives -1 before anything else is looked at,
