@@ -13,11 +13,11 @@
 /// i % GetBlockSize().
 ///
 /// Example, block size 4, head.WriteData("abcdefghij"):
-/// @verbatim
+/// @code{.unparsed}
 ///   head [abcd] -> [efgh] -> [ij..]   result: the third block
 ///   head.GetTotalSize() == 10, head.ReadData(4) == 'e',
 ///   head.GetNextBlock()->ReadData(0) == 'e'.
-/// @endverbatim
+/// @endcode
 ///
 /// Derivation: AllocateNewBlock and CopyBlock are virtual and the fields are
 /// protected, so a caller's class can create its own blocks. The destructor

@@ -8,10 +8,10 @@
 /// (the ring has wrapped once it passes GetBlockSize()).
 ///
 /// Example, ring size 4, after writing a b c d e f:
-/// @verbatim
+/// @code{.unparsed}
 ///   slots e f c d, GetLinearIndex() == 6, GetCircularIndex() == 2,
 ///   ReadData(5) == 'f', ReadData(4) == ReadData(0) == 'e'.
-/// @endverbatim
+/// @endcode
 #ifndef VQ0300_LCIRBYTEBUFFER_H
 #define VQ0300_LCIRBYTEBUFFER_H
 /// @file

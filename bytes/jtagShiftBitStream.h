@@ -9,11 +9,11 @@
 /// A cursor serves the sequential calls and runs from the last byte down to
 /// byte 0, so a sequence written and read back sequentially keeps its order
 /// and lies in the buffer reversed against positions 0, 1, 2:
-/// @verbatim
+/// @code{.unparsed}
 ///   InitBuffer(24); SequentialWrite('a'), ('b'), ('c')
 ///     -> ReadByte(0) == 'c', ReadByte(2) == 'a'
 ///   ResetIndex(); SequentialRead() gives 'a', 'b', 'c', then 0.
-/// @endverbatim
+/// @endcode
 /// The positioned calls move the same cursor, and differ at the edges: a
 /// failed read leaves the cursor outside the buffer, a failed write pulls it
 /// back to the nearest end.

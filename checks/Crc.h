@@ -1,12 +1,12 @@
 /// @file
 /// CRC family: three cyclic redundancy checks, each with its own calling form.
 ///
-/// @verbatim
+/// @code{.unparsed}
 ///   check              width  polynomial                 bit order   start   final step
 ///   get_crc_16(_slow)  16     0xA001 (0x8005 reflected)  low first   caller  none
 ///   get_crc_ccitt      16     0x8408 (0x1021 reflected)  low first   0xFFFF  complement
 ///   get_crc_32         32     0x04C11DB7                 high first  0       none
-/// @endverbatim
+/// @endcode
 ///
 /// Started from 0, get_crc_16 is CRC-16/ARC; the CCITT sequence is
 /// CRC-16/X-25; the 32-bit register is that of CRC-32/CKSUM before its final
