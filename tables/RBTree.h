@@ -65,13 +65,15 @@ class VQ0300_API RBTree {
 
   /// Rotate around node; colours do not change, the in-order sequence
   /// a x b y c is kept. Steps of InsertRB and DeleteFixUp.
-  /// @code{.unparsed}
-  ///        x                       y
-  ///       / \     LeftRotate(x)   / \
-  ///      a   y       ------>     x   c
-  ///         / \      <------    / \
-  ///        b   c  RightRotate(y) a   b
-  /// @endcode
+  /**
+   * @code{.unparsed}
+   *        x                       y
+   *       / \     LeftRotate(x)   / \
+   *      a   y       ------>     x   c
+   *         / \      <------    / \
+   *        b   c  RightRotate(y) a   b
+   * @endcode
+   */
   /// A null tree or node, or a node lacking the child that moves up, does
   /// nothing.
   void LeftRotate(RBTree* tree, RBTreeNode* node);
