@@ -1,9 +1,10 @@
-// The one export switch of the library.
-//
-// The library is built with hidden visibility: nothing leaves the shared
-// object unless it is marked VQ0300_API. Every public class and free function
-// carries the mark; helpers, private tables and templates instantiated inside
-// the library stay hidden.
+/// @file
+/// The one export switch of the library.
+///
+/// The library is built with hidden visibility: nothing leaves the shared
+/// object unless it is marked VQ0300_API. Every public class and free function
+/// carries the mark; helpers, private tables and templates instantiated inside
+/// the library stay hidden.
 #ifndef VQ0300_EXPORT_H
 #define VQ0300_EXPORT_H
 

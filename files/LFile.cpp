@@ -138,7 +138,11 @@ int LFile::ValidRead() {
 int LFile::Read(int count, unsigned char* buffer) {
   m_nErrorCode = 0;
   if (ValidRead() != 0) return m_nErrorCode;
-  if (count > 0) std::fread(buffer, 1, static_cast<std::size_t>(count), m_pFile);
+  if (count > 0) {
+    // How many bytes arrived is not reported: ferror alone decides the result.
+    const std::size_t arrived = std::fread(buffer, 1, static_cast<std::size_t>(count), m_pFile);
+    static_cast<void>(arrived);
+  }
   return m_nErrorCode = std::ferror(m_pFile);
 }
 
