@@ -1,5 +1,3 @@
-#include <vq0300/LString.h>
-
 #include <gtest/gtest.h>
 
 #include "TextModel.h"
