@@ -156,7 +156,7 @@ inline void RunLCStringOps(model::OpInput& in) {
     }
     // Element access; operator[] gives the terminator cell at len, and any
     // other index outside the string falls back on the last character.
-    const char last = len > 0 ? bytes[len - 1] : '\0';
+    const char last = bytes.empty() ? '\0' : bytes.back();
     const bool inside = x >= 0 && x < len;
     const int cell = inside || x == len ? x : std::max(len - 1, 0);
     if (op == 13) MODEL_CHECK(s.GetAt(x) == (inside ? bytes[x] : last));
