@@ -8,7 +8,6 @@
 #include <climits>
 #include <cstring>
 #include <random>
-#include <string>
 #include <tuple>
 
 using namespace std::string_literals;
@@ -59,7 +58,8 @@ TEST(StringRoutines, ItoaOutsideTheBasesOfToChars) {
 
 // Signed bytes with a to z folded to upper case: '_' (0x5F) above the letters,
 // 0x80 and up below every ASCII byte. stricmp gives -1, 0 or 1; strnicmp sums
-// the differences up to where either string ends. A null gives -1 and 0.
+// the differences up to where either string ends, clamped to int. A null
+// gives -1 and 0.
 TEST(StringRoutines, CaseInsensitiveComparisonsOfSignedBytes) {
   using Row = std::tuple<const char*, const char*, int, int, int>;  // a, b, n, order, sum
   for (const Row& row :
@@ -74,6 +74,10 @@ TEST(StringRoutines, CaseInsensitiveComparisonsOfSignedBytes) {
     EXPECT_EQ(strcmpi(const_cast<char*>(a), const_cast<char*>(b)), order);
     EXPECT_EQ(strnicmp(a, b, n), sum);
   }
+  // 0x7F less -0x80 is 255 a byte: 8.5 million bytes pass the limits of int.
+  const std::string high(8'500'000, '\x7f'), low(high.size(), '\x80');
+  EXPECT_EQ(strnicmp(high.c_str(), low.c_str(), INT_MAX), INT_MAX);
+  EXPECT_EQ(strnicmp(low.c_str(), high.c_str(), INT_MAX), INT_MIN);
 }
 
 // After a partial match fails at index k of sub the search goes on at p + k + 1.
