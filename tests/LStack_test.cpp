@@ -1,22 +1,30 @@
 #include <vq0300/LStack.h>
 
-#include <gtest/gtest.h>
+#include "ModelRun.h"
 
-TEST(LStack, LastInFirstOutAndLeavesObjectsAlive) {
-  LObject a, b;
-  LStack stack, left_full;
-  EXPECT_EQ(stack.Pop(), nullptr);
-  stack.Push(&a);
-  stack.Push(&b);
-  stack.Push(nullptr);  // pops as null too; the depth tells it from an empty stack
-  EXPECT_EQ(stack.GetStackElement(), 3);
-  EXPECT_EQ(stack.Pop(), nullptr);
-  EXPECT_FALSE(stack.IsEmpty());
-  EXPECT_EQ(stack.Pop(), &b);
-  EXPECT_EQ(stack.Pop(), &a);
-  EXPECT_TRUE(stack.IsEmpty() && stack.GetStackElement() == 0);
-  // Destroyed with objects on it, a stack leaves them alone: deleting these
-  // automatic objects would abort the test.
-  left_full.Push(&a);
-  left_full.Push(&b);
+namespace {
+
+LObject g_objects[3];
+
+// The stack beside a std::vector: as many pops as pushes, null pushed too,
+// an empty stack's pop answering null; then the depth.
+void RunStackOps(model::OpInput& in) {
+  LStack stack;
+  std::vector<LObject*> want;
+  while (!in.Done()) {
+    const int pick = in.Int(0, 7);
+    if (pick < 4) {
+      want.push_back(pick < 3 ? &g_objects[pick] : nullptr);
+      stack.Push(want.back());
+    } else {
+      MODEL_CHECK(stack.Pop() == (want.empty() ? nullptr : want.back()));
+      if (!want.empty()) want.pop_back();
+    }
+    MODEL_CHECK(stack.GetStackElement() == static_cast<int>(want.size()));
+    MODEL_CHECK(stack.IsEmpty() == want.empty());
+  }
 }
+
+}  // namespace
+
+TEST(LStack, EveryOperationAgreesWithAVector) { model::RunSeeds(RunStackOps, 20, 400); }
