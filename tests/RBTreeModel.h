@@ -39,8 +39,7 @@ inline int BlackHeight(const RBTreeNode* node, const RBTreeNode* parent) {
 
 // Keys and colours in pre-order: the whole shape of a subtree.
 inline std::string Shape(const RBTreeNode* n) {
-  if (n == nullptr) return ".";
-  return std::string(n->key) + std::to_string(n->color) + Shape(n->left) + Shape(n->right);
+  return n ? n->key + std::to_string(n->color) + Shape(n->left) + Shape(n->right) : ".";
 }
 
 inline void Check(RBTree& tree, const std::set<std::string>& keys) {
@@ -48,8 +47,7 @@ inline void Check(RBTree& tree, const std::set<std::string>& keys) {
   BlackHeight(tree.root, nullptr);
   auto want = keys.begin();
   for (RBTreeNode* n = tree.Minimum(tree.root); n != nullptr; n = tree.Succesor(n), ++want) {
-    MODEL_CHECK(want != keys.end());
-    MODEL_CHECK(*want == n->key);
+    MODEL_CHECK(want != keys.end() && *want == n->key);
     MODEL_CHECK(n->data == DataFor(n->key));
   }
   MODEL_CHECK(want == keys.end());
@@ -62,12 +60,12 @@ inline void RunRBTreeOps(model::OpInput& in) {
   std::deque<Slot> slots;  // never moves a slot
   std::set<std::string> keys;
   while (!in.Done()) {
-    const int op = in.Int(0, 3);
+    const int op = in.Int(0, 4);
     std::string key = in.Text(3, "abcde");
     model::Step() = "op " + std::to_string(op) + " on '" + key + "'";
     RBTreeNode* found = tree.Search(tree.root, &key[0]);
-    MODEL_CHECK((found != nullptr) == (keys.count(key) == 1));
-    MODEL_CHECK(found == nullptr || key == found->key);
+    MODEL_CHECK(found == nullptr ? keys.count(key) == 0
+                                 : keys.count(key) == 1 && key == found->key);
     if (op <= 1) {  // parent and colour are set, or left alone on a refusal
       RBTreeNode& node = slots.emplace_back().node;
       node = {nullptr, DataFor(key), 7, std::strcpy(slots.back().key, key.c_str()), &node};
@@ -90,6 +88,22 @@ inline void RunRBTreeOps(model::OpInput& in) {
       MODEL_CHECK(up == nullptr || up->parent == above);
       if (up != nullptr) left ? tree.RightRotate(&tree, up) : tree.LeftRotate(&tree, up);
       MODEL_CHECK(Shape(tree.root) == before);
+    } else if (op == 4) {  // null arguments answer null or 0 and change nothing
+      RBTreeNode keyless{};
+      // Search looks in the subtree given only: not above the node's left child.
+      MODEL_CHECK(found == nullptr || tree.Search(found->left, &key[0]) == nullptr);
+      for (RBTreeNode* got : {tree.Minimum(nullptr), tree.Maximum(nullptr), tree.Succesor(nullptr),
+                              tree.Search(nullptr, &key[0]), tree.Search(tree.root, nullptr),
+                              tree.Delete(&tree, nullptr), tree.Delete(nullptr, found)})
+        MODEL_CHECK(got == nullptr);
+      for (int got : {tree.Insert(&tree, &keyless), tree.Insert(nullptr, &keyless),
+                      tree.Insert(&tree, nullptr)})
+        MODEL_CHECK(got == 0);
+      tree.LeftRotate(nullptr, found);
+      tree.RightRotate(nullptr, found);
+      tree.InsertRB(nullptr, found);
+      tree.DeleteFixUp(&tree, nullptr);
+      tree.DeleteFixUp(nullptr, found);
     }
     Check(tree, keys);
   }
