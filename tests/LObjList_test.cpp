@@ -6,6 +6,7 @@
 namespace {
 
 LObject g_objects[3];
+LObject* Entry(int pick) { return pick < 3 ? &g_objects[pick] : nullptr; }
 
 // The list beside a std::vector: each operation at a position drawn with the
 // edges, then the count, the tail and every entry through both GetAt forms.
@@ -13,11 +14,9 @@ void RunListOps(model::OpInput& in) {
   LObjList list;
   std::vector<LObject*> want;
   while (!in.Done()) {
-    const int op = in.Int(0, 5), n = static_cast<int>(want.size()), i = in.Index(n),
-              k = in.Int(0, 3);
+    const int op = in.Int(0, 5), n = static_cast<int>(want.size()), i = in.Index(n);
     const bool inside = i >= 0 && i < n;
-    LObject *const entry = k < 3 ? &g_objects[k] : nullptr, *const tail = n ? want.back() : nullptr;
-    model::Step() = "op " + std::to_string(op) + " at " + std::to_string(i);
+    LObject *const entry = Entry(in.Int(0, 3)), *const tail = n ? want.back() : nullptr;
     if (op == 0) {  // inside the list at i, anywhere else at the end
       MODEL_CHECK(list.Insert(i, entry) == 0);
       want.insert(want.begin() + (inside ? i : n), entry);
@@ -54,7 +53,7 @@ void RunStackOps(model::OpInput& in) {
   while (!in.Done()) {
     const int pick = in.Int(0, 7);
     if (pick < 4) {
-      want.push_back(pick < 3 ? &g_objects[pick] : nullptr);
+      want.push_back(Entry(pick));
       stack.Push(want.back());
     } else {
       MODEL_CHECK(stack.Pop() == (want.empty() ? nullptr : want.back()));

@@ -36,7 +36,6 @@ void RunTreeOps(model::OpInput& in) {
               p = in.Int(0, 3);
     LObject* const payload = p < 3 ? &g_objects[p] : nullptr;
     const int n = static_cast<int>(nodes[k].children.size()), index = op == 0 ? in.Index(n) : n;
-    model::Step() = "op " + std::to_string(op) + " on node " + std::to_string(k);
     if (op <= 1) {  // InsertChild by the list's place rule, or InsertLast
       LTree* tree = nodes[k].tree;
       LTree* child = op == 0 ? tree->InsertChild(index, payload) : tree->InsertLast(payload);

@@ -104,6 +104,7 @@ inline void RunRBTreeOps(model::OpInput& in) {
       tree.InsertRB(nullptr, found);
       tree.DeleteFixUp(&tree, nullptr);
       tree.DeleteFixUp(nullptr, found);
+      tree.OuputTree(nullptr, tree.root, 0);
     }
     Check(tree, keys);
   }
