@@ -4,19 +4,17 @@
 #include "ModelRun.h"
 #include "TestSupport.h"
 
-namespace {
-
 // The references take one bit at a time and share no table with the library.
 // A 16-bit register shifts right and takes each byte low bit first (high bit
 // first when mirrored), the polynomial given reflected: 0xA001 for ARC, 0x8408
 // for X-25. The 32-bit register shifts left and takes each byte at its top.
-uint32_t Ref16(uint32_t r, const std::string& data, uint32_t poly, bool mirror) {
+static uint32_t Ref16(uint32_t r, const std::string& data, uint32_t poly, bool mirror) {
   for (unsigned char c : data)
     for (int i = 0; i < 8; ++i)
       r = ((r ^ (c >> (mirror ? 7 - i : i))) & 1u) != 0 ? (r >> 1) ^ poly : r >> 1;
   return r;
 }
-uint32_t Ref32(uint32_t r, const std::string& data) {
+static uint32_t Ref32(uint32_t r, const std::string& data) {
   for (unsigned char c : data)
     for (int i = 7; i >= 0; --i)
       r = (((r >> 31) ^ (c >> i)) & 1u) != 0 ? (r << 1) ^ 0x04C11DB7u : r << 1;
@@ -24,7 +22,7 @@ uint32_t Ref32(uint32_t r, const std::string& data) {
 }
 
 // The 32-bit register after the bits of data, high bit first, then `zeros` zero bits.
-unsigned BitCrc32(const std::string& data, int zeros) {
+static unsigned BitCrc32(const std::string& data, int zeros) {
   init_crc32();
   for (unsigned char c : data)
     for (int i = 7; i >= 0; --i) get_bit_crc_32(static_cast<unsigned char>(c >> i));
@@ -35,7 +33,7 @@ unsigned BitCrc32(const std::string& data, int zeros) {
 // Updates of every form from buffers of any length and alignment, null and
 // negative lengths among them, against the references from the register values
 // kept here; each 32-bit update also runs every path this processor has.
-void RunCrcOps(model::OpInput& in) {
+static void RunCrcOps(model::OpInput& in) {
   std::string pool(70'100, '\0');
   for (size_t k = 0; k < pool.size(); ++k) pool[k] = static_cast<char>(k * k >> 7);
   init_crc32();
@@ -74,8 +72,6 @@ void RunCrcOps(model::OpInput& in) {
     MODEL_CHECK(return_crc_ccitt() == static_cast<uint16_t>(~rc));
   }
 }
-
-}  // namespace
 
 // The references against the catalogue, and the bit form's register without
 // and with the 32 zero bits that make it the register of get_crc_32.

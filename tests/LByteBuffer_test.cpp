@@ -4,13 +4,11 @@
 
 #include "ModelRun.h"
 
-namespace {
-
 // Appends of texts, bytes and copied blocks, overwrites, reads and clears
 // against a string, on a head of block size 1 to 4. After each step the chain
 // holds the string in as few blocks as it needs, each but the last full, and
 // an index past the end misses.
-void RunBufferOps(model::OpInput& in) {
+static void RunBufferOps(model::OpInput& in) {
   const int size = in.Int(1, 4);
   LByteBuffer head(size);
   std::string want;
@@ -64,25 +62,24 @@ class Refusing : public LByteBuffer {
   LByteBuffer* AllocateNewBlock() override { return this; }
 };
 
-}  // namespace
-
 TEST(LByteBuffer, OperationsMatchAString) { model::RunSeeds(RunBufferOps, 30, 300); }
 
-TEST(LByteBuffer, BlocksMadeApart) {
-  LByteBuffer head(2), bare(nullptr), by_default(-1);
+// Blocks made by hand: a size below 1 gives the default; a block made behind
+// another takes its size and is not linked; a new block goes in between; a block
+// without storage takes nothing; a class whose new block takes nothing ends
+// appends and copies there.
+TEST(LByteBuffer, BlocksMadeByHand) {
+  LByteBuffer head(2), bare(nullptr);
   Refusing refusing(4);
   head.WriteData(const_cast<char*>("abc"));
   LByteBuffer* second = head.GetNextBlock();
-  EXPECT_EQ(LByteBuffer(&head).GetBlockSize(), 2);  // the size of the block ahead, not linked
-  EXPECT_EQ(head.AllocateNewBlock()->GetNextBlock(), second);  // linked in between
-  EXPECT_EQ(by_default.GetBlockSize(), 32000);
-  EXPECT_EQ(bare.GetBlockSize(), 32000);
-  EXPECT_EQ(bare.GetDataBlock(), nullptr);  // no storage: takes no byte
-  EXPECT_FALSE(bare.WriteData('x'));
+  EXPECT_EQ(LByteBuffer(-1).GetBlockSize(), 32000);
+  EXPECT_EQ(LByteBuffer(&head).GetBlockSize(), 2);
+  EXPECT_EQ(head.AllocateNewBlock()->GetNextBlock(), second);
   EXPECT_EQ(bare.WriteData(const_cast<char*>("xy")), &bare);
   bare.CopyBlock(&head);
   EXPECT_EQ(bare.GetTotalSize(), 0);
-  EXPECT_EQ(refusing.WriteData(const_cast<char*>("abcdef")), &refusing);  // the override is used
+  EXPECT_EQ(refusing.WriteData(const_cast<char*>("abcdef")), &refusing);
   refusing.CopyBlock(&head);
   EXPECT_EQ(refusing.GetTotalSize(), 4);
 }

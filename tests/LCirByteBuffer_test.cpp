@@ -7,7 +7,7 @@
 // stream position to its slot, a negative position to slot 0, and a clear
 // leaves the slots as they were. Without storage nothing is kept and every
 // read gives 0.
-void RunRingOps(model::OpInput& in) {
+static void RunRingOps(model::OpInput& in) {
   LCirByteBuffer ring;
   std::vector<int> slots;  // -1 until written after the last Allocate
   int written = 0;

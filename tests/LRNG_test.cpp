@@ -6,7 +6,7 @@
 // drawn from in random turns: one seed fixes one sequence, and drawing from
 // one object never changes what another gives. The vector's copies of objects
 // in mid-sequence go on alike.
-void RunRngOps(model::OpInput& in) {
+static void RunRngOps(model::OpInput& in) {
   std::vector<LRNG> ours;
   std::vector<std::mt19937> refs;
   while (!in.Done()) {
