@@ -40,7 +40,7 @@ static void RunCrcOps(model::OpInput& in) {
   init_crc_ccitt();
   uint32_t r32 = 0, rc = 0xFFFF;
   while (!in.Done()) {
-    const int op = in.Int(0, 4), len = in.Edge({-1, 0, 15, 16, 256, 4111, 70'000}, 0, 1500);
+    const int op = in.Int(0, 4), len = in.Edge({-1, 0, 1, 15, 16, 17, 256, 4111, 70'000}, 0, 1100);
     const bool rev = in.Bool();
     char* data = in.Int(0, 7) == 0 ? nullptr : pool.data() + in.Int(0, 63);
     const std::string bytes = data != nullptr && len > 0 ? std::string(data, len) : "";
