@@ -14,14 +14,18 @@ static void RunRingOps(model::OpInput& in) {
   while (!in.Done()) {
     const int op = in.Int(0, 4), size = in.Edge({INT_MIN, -1, 0, 1}, 2, 6);
     const auto b = static_cast<unsigned char>(in.Byte());
-    if (op == 0) ring.Allocate(size);
-    if (op == 0) slots.assign(static_cast<size_t>(std::max(size, 0)), -1);
-    if (op == 1) ring.ClearBuffer();
-    if (op == 2) ring.WriteData(b);
-    if (op == 3) ring.WriteData(static_cast<char>(b));
+    if (op == 0) {
+      ring.Allocate(size);
+      slots.assign(static_cast<size_t>(std::max(size, 0)), -1);
+      written = 0;
+    } else if (op == 1) {
+      ring.ClearBuffer();  // the slots keep their bytes
+      written = 0;
+    } else {
+      op == 2 ? ring.WriteData(b) : ring.WriteData(static_cast<char>(b));
+      if (!slots.empty()) slots[static_cast<size_t>(written++) % slots.size()] = b;
+    }
     const int n = static_cast<int>(slots.size()), i = in.Index(2 * n);
-    written = op < 2 ? 0 : written;
-    if ((op == 2 || op == 3) && n > 0) slots[static_cast<size_t>(written++ % n)] = b;
     MODEL_CHECK(ring.GetBlockSize() == n);
     MODEL_CHECK(ring.GetLinearIndex() == written);
     MODEL_CHECK(ring.GetCircularIndex() == (n > 0 ? written % n : 0));
