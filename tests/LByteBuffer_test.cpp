@@ -64,16 +64,18 @@ class Refusing : public LByteBuffer {
 
 TEST(LByteBuffer, OperationsMatchAString) { model::RunSeeds(RunBufferOps, 30, 300); }
 
-// Blocks made by hand: a size below 1 gives the default; a block made behind
-// another takes its size and is not linked; a new block goes in between; a block
-// without storage takes nothing; a class whose new block takes nothing ends
-// appends and copies there.
+// Blocks made by hand: a size below 1 gives the default; the last block of
+// none is none; a block made behind another takes its size and is not linked
+// (the next link stays); a new block goes in between; a block without storage
+// takes nothing; a class whose new block takes nothing ends appends and
+// copies there.
 TEST(LByteBuffer, BlocksMadeByHand) {
   LByteBuffer head(2), bare(nullptr);
   Refusing refusing(4);
   head.WriteData(const_cast<char*>("abc"));
   LByteBuffer* second = head.GetNextBlock();
   EXPECT_EQ(LByteBuffer(-1).GetBlockSize(), 32000);
+  EXPECT_EQ(head.GetLastBlock(nullptr), nullptr);
   EXPECT_EQ(LByteBuffer(&head).GetBlockSize(), 2);
   EXPECT_EQ(head.AllocateNewBlock()->GetNextBlock(), second);
   EXPECT_EQ(bare.WriteData(const_cast<char*>("xy")), &bare);
