@@ -55,7 +55,9 @@ class WorkingDirGuard {
   std::filesystem::path path_;
 };
 
+// Removes the file first: truncating a file that exists costs a flush here.
 inline void WriteFile(const std::string& path, const std::string& content) {
+  std::remove(path.c_str());
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   out << content;
 }
