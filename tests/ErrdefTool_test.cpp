@@ -10,34 +10,41 @@
 
 #ifdef VQ0300_ERRDEF  // the path of the built tool
 #define H "<ErrorMessageDefinition>\n"
-#define TABLE \
-  "\nline  code      offset  number  continue  message\n   3  00010001       1       1  "
+#define TABLE "\nline  code      offset  number  continue  message\n"
 
 // Rows: defs.txt (null: none), arguments, exit status, all of stdout (null:
-// the usage first; empty: the usage on stderr).
+// the usage first; empty: the usage on stderr). The comment line of the first
+// file arrives in two reads; its last line has no line end.
 TEST(ErrdefTool, ReportsAndExitStatus) {
-  const std::tuple<const char*, const char*, int, const char*> rows[] = {
-      {H "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n2<S/>%d\x1b[2Jb<S/>stop<E/>\n", "defs.txt", 1,
-       "defs.txt: 2 definitions loaded (all blocks)\n" TABLE "       0  \"A\"\n"
-       "   4  00010002       1       2         1  \"%d\\x1B[2Jb\"\n\ndefs.txt:4: warning: action "
+  const std::string comment = "<!-- " + std::string(70000, 'x') + " -->\n";
+  const std::tuple<std::string, const char*, int, const char*> rows[] = {
+      {H "Offset<S/>1<E/>\n" + comment + "1<S/>A<S/>STOP<E/>\n2<S/>%d\x1b[2Jb<S/>stop<E/>",
+       "defs.txt", 1,
+       "defs.txt: 2 definitions loaded (all blocks)\n" TABLE
+       "   4  00010001       1       1         0  \"A\"\n"
+       "   5  00010002       1       2         1  \"%d\\x1B[2Jb\"\n\ndefs.txt:5: warning: action "
        "\"stop\" is not \"STOP\": the definition continues (1)\n\n1 warning\n"},
       {H "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n", "--block=1 -- defs.txt", 0,
-       "defs.txt: 1 definition loaded (block 1)\n" TABLE "       0  \"A\"\n\nno warnings\n"},
+       "defs.txt: 1 definition loaded (block 1)\n" TABLE
+       "   3  00010001       1       1         0  \"A\"\n\nno warnings\n"},
       {H "Offset<S/>1<E/>\n", "defs.txt --block 5", 1,
        "defs.txt: 0 definitions loaded (block 5)\n\ndefs.txt: warning: no offset statement has "
        "the value 5: nothing is loaded\n\n1 warning\n"},
-      {nullptr, "defs.txt", 2,
-       "defs.txt: load failed with result -2: cannot open the file: No such file or directory\n"},
+      {"", "missing.txt", 2,
+       "missing.txt: load failed with result -2: cannot open the file: No such file or "
+       "directory\n"},
       {"", "defs.txt", 2, "defs.txt: load failed with result -1: the file is empty\n"},
-      {H "<!-- open\n", "defs.txt", 2,
-       "defs.txt: load failed with result -1: the comment opened at line 2 never ends\n"},
-      {H, "--help", 0, nullptr},
-      {H, "defs.txt --block -2", 2, ""},
-      {H, "defs.txt defs.txt", 2, ""},
+      {"", ".", 2, ".: load failed with result -1: the file cannot be read: Is a directory\n"},
+      {H "<!-- open\n-->", "defs.txt", 2,
+       "defs.txt: load failed with result -1: the comment opened at line 2 closes on the last "
+       "line (3), which has no line end\n"},
+      {"", "--help", 0, nullptr},
+      {"", "defs.txt --block -2", 2, ""},
+      {"", "defs.txt defs.txt", 2, ""},
   };
   for (const auto& [file, args, status, out] : rows) {
     const testsupport::TempDir dir;
-    if (file) testsupport::WriteFile(dir / "defs.txt", file);
+    testsupport::WriteFile(dir / "defs.txt", file);
     const std::string run = "cd '" + dir.path() + "' && '" VQ0300_ERRDEF "' " + args + " >o 2>e";
     const int exit = std::system(run.c_str());
     EXPECT_EQ(WIFEXITED(exit) ? WEXITSTATUS(exit) : -1, status) << args;
