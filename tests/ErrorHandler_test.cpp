@@ -1,6 +1,7 @@
 // ErrorHandler: the loader against the reading of DefinitionModel.h, from
 // fixed seeds and on the documented statements, selectors and results; the
 // directories of a load; the record of errors and its file test.
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <sstream>
@@ -102,6 +103,30 @@ TEST(ErrorDefinitionFile, DirectoriesAndTheirResults) {
     EXPECT_EQ(h.Initialize(name.data(), -1), result) << made;
     EXPECT_EQ(std::filesystem::current_path(), root.path());
   }
+}
+
+// The caller's working directory comes back also when it is longer than a
+// single chdir takes; one that cannot be saved is not left: -3.
+TEST(ErrorDefinitionFile, CallersWorkingDirectory) {
+  const testsupport::TempDir root;
+  const testsupport::WorkingDirGuard back;
+  testsupport::WriteFile(root / "f", H);
+  ErrorHandler h;
+  h.SetDefaultDir(root.path().c_str());
+  std::string name = "f", part(250, 'p');
+  ASSERT_TRUE(std::filesystem::create_directory(root / "gone"));
+  ASSERT_EQ(chdir((root / "gone").c_str()), 0);
+  ASSERT_EQ(rmdir((root / "gone").c_str()), 0);
+  EXPECT_EQ(h.Initialize(name.data(), -1), -3);
+  EXPECT_EQ(getcwd(nullptr, 0), nullptr);  // still in the removed folder
+  ASSERT_EQ(chdir(root.path().c_str()), 0);
+  int depth = 0;
+  while (depth < 20 && mkdir(part.c_str(), 0700) == 0 && chdir(part.c_str()) == 0) ++depth;
+  const auto deep = std::filesystem::current_path();
+  EXPECT_EQ(h.Initialize(name.data(), -1), 0);
+  EXPECT_EQ(std::filesystem::current_path(), deep);
+  while (depth > 0 && chdir("..") == 0 && rmdir(part.c_str()) == 0) --depth;
+  EXPECT_EQ(depth, 0);  // else TempDir could not remove a path that long
 }
 
 // Texts are copied; nothing is recorded or read while the stored name does
