@@ -14,22 +14,25 @@
 
 // Rows: defs.txt, arguments, exit status, all of stdout (of --help its
 // first line; empty: a usage error, with the usage on stderr). In the first
-// file the comment line arrives in two reads, a comment drops a long line, and
-// the last line has no line end.
+// file the comment line arrives in two reads, comments drop a long line and
+// a statement begun behind a comment, and the last line has no line end.
 TEST(ErrdefTool, ReportsAndExitStatus) {
   const std::string usage = "usage: vq0300-errdef FILE [--block N]\n", a(5000, 'a');
   const std::tuple<std::string, const char*, int, std::string> rows[] = {
       {"<ErrorMessageDefinition> x \nOffset<S/>1<E/>\n<!-- " + std::string(70000, 'x') + " -->\n" +
-           a + "\n<!-- c --> 1<S/>A<S/>STOP<E/>\n2<S/>%d\x1b[2Jb<S/>stop<E/>",
+           a +
+           "\n<!-- c --> 1<S/>A<S/>STOP<E/>\n<!-- c --> 3<S/>C\nD<!-- d --> "
+           "2<S/>%d\x1b[2Jb<S/>stop<E/>",
        "defs.txt", 1,
        "defs.txt: 2 definitions loaded (all blocks)\n" TABLE
        "   5  00010001       1       1         0  \"A\"\n"
-       "   6  00010002       1       2         1  \"%d\\x1B[2Jb\"\n\n"
+       "   7  00010002       1       2         1  \"%d\\x1B[2Jb\"\n\n"
        "defs.txt:1: warning: text behind the header is not read: \"x\"\n"
        "defs.txt:5: warning: a comment removes the text ahead of it (from line 4): \"" +
            a.substr(0, 57) +
-           "...\"\ndefs.txt:6: warning: action \"stop\" is not \"STOP\": the definition continues "
-           "(1)\n\n3 warnings\n"},
+           "...\"\ndefs.txt:7: warning: a comment removes the text ahead of it (from line 6): "
+           "\"3<S/>CD\"\ndefs.txt:7: warning: action \"stop\" is not \"STOP\": the definition "
+           "continues (1)\n\n4 warnings\n"},
       {H "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n", "--block=1 -- defs.txt", 0,
        "defs.txt: 1 definition loaded (block 1)\n" TABLE
        "   3  00010001       1       1         0  \"A\"\n\nno warnings\n"},
