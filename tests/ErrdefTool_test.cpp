@@ -21,17 +21,17 @@ TEST(ErrdefTool, ReportsAndExitStatus) {
   const std::tuple<std::string, const char*, int, std::string> rows[] = {
       {"<ErrorMessageDefinition> x \nOffset<S/>1<E/>\n<!-- " + std::string(70000, 'x') + " -->\n" +
            a +
-           "\n<!-- c --> 1<S/>A<S/>STOP<E/>\n<!-- c --> 3<S/>C\nD<!-- d --> "
+           "\n<!-- c --> 1<S/>A<S/>STOP<E/>\n<!-- c -->\n3<S/>C\nD<!-- d --> "
            "2<S/>%d\x1b[2Jb<S/>stop<E/>",
        "defs.txt", 1,
        "defs.txt: 2 definitions loaded (all blocks)\n" TABLE
        "   5  00010001       1       1         0  \"A\"\n"
-       "   7  00010002       1       2         1  \"%d\\x1B[2Jb\"\n\n"
+       "   8  00010002       1       2         1  \"%d\\x1B[2Jb\"\n\n"
        "defs.txt:1: warning: text behind the header is not read: \"x\"\n"
        "defs.txt:5: warning: a comment removes the text ahead of it (from line 4): \"" +
            a.substr(0, 57) +
-           "...\"\ndefs.txt:7: warning: a comment removes the text ahead of it (from line 6): "
-           "\"3<S/>CD\"\ndefs.txt:7: warning: action \"stop\" is not \"STOP\": the definition "
+           "...\"\ndefs.txt:8: warning: a comment removes the text ahead of it (from line 7): "
+           "\"3<S/>CD\"\ndefs.txt:8: warning: action \"stop\" is not \"STOP\": the definition "
            "continues (1)\n\n4 warnings\n"},
       {H "Offset<S/>1<E/>\n1<S/>A<S/>STOP<E/>\n", "--block=1 -- defs.txt", 0,
        "defs.txt: 1 definition loaded (block 1)\n" TABLE
