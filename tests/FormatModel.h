@@ -84,7 +84,7 @@ int Scan(const std::string& f, const std::vector<Arg>* args, int fail, bool outp
   for (std::size_t pos = 0, k = 0;; ++k) {
     const std::size_t percent = f.find('%', pos), letter = f.find_first_of("dfxXes", percent);
     if (percent == std::string::npos) return emit(f.substr(pos));
-    const Arg* a = args ? &(*args)[k] : nullptr;
+    const Arg* a = args && k < args->size() ? &(*args)[k] : nullptr;  // none: no letter
     std::string value, c = f.substr(percent, letter - percent + 1);
     if (letter == std::string::npos || !Value(c, f[letter], a, value)) return fail;
     if (const int code = emit(f.substr(pos, percent - pos))) return code;
@@ -95,14 +95,17 @@ int Scan(const std::string& f, const std::vector<Arg>* args, int fail, bool outp
   }
 }
 
-// The console (standard output) and the log file of an LMsgOutput.
+// The console (standard output or error) and the log file of an LMsgOutput.
 struct Channel {
   unsigned short options;
   int log;  // 0 none, 1 attached but not open, 2 open
-  std::string console, logText;
+  std::string out, err, logText;
 
   void Print(const std::string& text) {  // "%%" is one "%", nothing else changes
-    if (options & LMSG_OUTPUT_STDOUT) console += std::regex_replace(text, std::regex("%%"), "%");
+    std::string none, &to = options & LMSG_OUTPUT_STDERR   ? err
+                            : options & LMSG_OUTPUT_STDOUT ? out
+                                                           : none;
+    to += std::regex_replace(text, std::regex("%%"), "%");
   }
   int PrintLog(const std::string& text) {
     if ((options & LMSG_OUTPUT_LOG) == 0) return 0;
@@ -133,7 +136,6 @@ int CallWith(const std::vector<Arg>& args, Call call, A... a) {
 // three), handed to WriteLine, to Output or (without the arguments) to
 // PrintLog, which must give the result and the bytes of the model.
 inline void RunFormatOps(model::OpInput& in) {
-  static const char* const kOps[] = {"WriteLine", "Output", "PrintLog"};
   static const char* const kTexts[] = {nullptr, "", "ab", "%d", "50% done", "a%%b"};
   static const double kDoubles[] = {0.0, -0.0, 1e300, 5e-324, INFINITY, -NAN};
   static const std::regex huge("[1-9][0-9]{4}");
@@ -150,32 +152,42 @@ inline void RunFormatOps(model::OpInput& in) {
                       in.Bool() ? kDoubles[in.Int(0, 5)] : in.Int(-9999, 9999) / 16.0,
                       kTexts[in.Int(0, 5)]});
     }
-    const int op = in.Int(0, 2);
-    Channel model{static_cast<unsigned short>(in.Int(0, 0xFFFF) & ~2), in.Int(0, 2), "", ""};
+    const int op = in.Int(0, 2), log = in.Int(0, 3);  // log 3: open, adding to an old text
+    Channel model{static_cast<unsigned short>(in.Int(0, 0xFFFF)), std::min(log, 2), "", "", ""};
+    const bool withOptions = in.Bool();
     // A width or precision of 10000 or more would write that many bytes.
     if (std::regex_search(f, huge)) continue;
-    model::Step() = kOps[op] + (" of \"" + f + "\"");
+    model::Step() = "operation " + std::to_string(op) + " of \"" + f + "\"";
     int want = 0, got = 0;
-    std::string console;
+    std::string console = "|";
     if (op == 0) {
       want = Scan(f, &args, -2, false, [&](const std::string& s) { return model.logText += s, 0; });
       LFile file(path.c_str(), "wb");
       got = CallWith(args, [&](auto... a) { return file.WriteLine(f.c_str(), a...); });
       MODEL_CHECK(file.GetErrorCode() == got);
     } else {
-      const auto emit = [&](const std::string& s) { return model.Print(s), model.PrintLog(s) * 2; };
+      model.logText = log == 3 ? "old\n" : "";
+      testsupport::WriteFile(path, model.logText);
+      const auto emit = [&](const std::string& s) {
+        return model.Print(s), model.PrintLog(s) ? -2 : 0;
+      };
       want = op == 1 ? Scan(f, &args, -1, true, emit) : model.PrintLog(f);
       LMsgOutput channel;
-      if (model.log > 0) channel.InitLogFile(model.log == 2 ? path.c_str() : nullptr, true);
-      channel.SetOutputOptions(model.options);
-      testsupport::CaptureStream out(stdout);
-      const auto output = [&](auto... a) { return channel.Output(f.c_str(), a...); };
+      if (log > 0)
+        MODEL_CHECK(channel.InitLogFile(log > 1 ? path.c_str() : nullptr, log == 2) ==
+                    (log > 1 ? 0 : -7));
+      if (!withOptions || op == 2) channel.SetOutputOptions(model.options);
+      testsupport::CaptureStream out(stdout), err(stderr);
+      const auto output = [&](auto... a) {
+        return withOptions ? channel.Output(model.options, f.c_str(), a...)
+                           : channel.Output(f.c_str(), a...);
+      };
       got = op == 2 ? channel.PrintLog(f.c_str()) : CallWith(args, output);
-      console = out.Release();
+      console = out.Release() + "|" + err.Release();
     }
     model::Step() += " gives " + std::to_string(got) + ", not " + std::to_string(want);
     MODEL_CHECK(got == want);
-    MODEL_CHECK(console == model.console);
+    MODEL_CHECK(console == model.out + "|" + model.err);
     MODEL_CHECK(testsupport::ReadFile(path) == model.logText);
     std::remove(path.c_str());
   }

@@ -141,6 +141,7 @@ struct Derived : LFile {
 
 TEST(LFile, OperationsFollowTheModel) { model::RunSeeds(RunFileOps, 20, 2000); }
 
+// Codes below -100 are the hook's; positive ones are errno values.
 TEST(LFile, CodesHaveTheirTexts) {
   const std::pair<int, std::string> rows[] = {{0, "No Error!"},
                                               {-1, "LFile conflict : Unable to open file."},
@@ -152,7 +153,7 @@ TEST(LFile, CodesHaveTheirTexts) {
                                               {-7, "Invalid Filename."},
                                               {-8, "Unknown error."},
                                               {-100, "Unknown error."},
-                                              {-101, "derived"},  // codes below -100 are the hook's
+                                              {-101, "derived"},
                                               {EACCES, std::strerror(EACCES)}};
   Derived file;
   EXPECT_EQ(file.LFile::OnGetErrorMessage(), nullptr);
