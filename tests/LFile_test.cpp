@@ -221,8 +221,10 @@ TEST(WriteLine, QuirksOfTheFormatScan) {
   const TempDir dir;
   const std::string zeros(251, '0');
   const std::tuple<std::string, int, int, std::string> rows[] = {
-      {"%c done\n", 'A', 0, "A done\n"},          // "%c d" takes an int, writes it as a char
-      {"50%% done\n", 7, 0, "50% done\n"},        // "%% d" shows no argument
+      {"%c done\n", 'A', 0, "A done\n"},  // "%c d" takes an int, writes it as a char
+      {"50%% done\n", 7, 0, "50% done\n"},
+      {"%%%c done", 'A', 0,
+       "%A done"},  // "%" before the directive, " d" behind it        // "%% d" shows no argument
       {"%d and %q", 7, -2, "7"},                  // " and " is not written
       {"%ld|%tx", -1, 0, "4294967295|ffffffff"},  // the int widened unsigned
       {"ab%2147483648d", 7, -2, ""},              // refused before its text

@@ -16,10 +16,14 @@ TEST(LMsgOutput, ANewLogClosesTheOldOneEvenWhenItFails) {
   LMsgOutput channel;
   channel.SetOutputOptions(LMSG_OUTPUT_STDOUT | LMSG_OUTPUT_LOG);
   testsupport::CaptureStream out(stdout);
-  EXPECT_EQ(channel.InitLogFile((dir / "log").c_str(), true), 0);
-  EXPECT_EQ(channel.Output("%d", 1), 0);
+  const int opened = channel.InitLogFile((dir / "log").c_str(), true);
+  const int number = channel.Output("%d", 1), empty = channel.Output("%.0x|", 0);
   channel.Print(nullptr);  // writes nothing
-  EXPECT_EQ(channel.InitLogFile((dir / "none/log").c_str(), true), ENOENT);
-  EXPECT_EQ(testsupport::ReadFile(dir / "log"), "1");
-  EXPECT_EQ(out.Release(), "1");
+  const int replaced = channel.InitLogFile((dir / "none/log").c_str(), true);
+  EXPECT_EQ(out.Release(), "1|");  // the console, released before any failure is printed
+  EXPECT_EQ(opened, 0);
+  EXPECT_EQ(number, 0);
+  EXPECT_EQ(empty, 0);  // an empty value
+  EXPECT_EQ(replaced, ENOENT);
+  EXPECT_EQ(testsupport::ReadFile(dir / "log"), "1|");
 }
