@@ -142,7 +142,7 @@ inline void RunFormatOps(model::OpInput& in) {
   const testsupport::TempDir dir;
   const std::string path = dir / "out";
   while (!in.Done()) {
-    std::string f = in.Text(24, "%%%%%ddfxXesciougaEpn*$'.-+ #00129hhljztLa\n");
+    std::string f = in.Text(24, "%%%%%ddfxXesciougaEpn*$'.-+ #00129hhhlljztLa\n");
     std::vector<Arg> args;
     for (std::size_t p = f.find('%'); p != std::string::npos; p = f.find('%', p)) {
       if (args.size() == 3) f.resize(p);

@@ -227,6 +227,7 @@ TEST(WriteLine, QuirksOfTheFormatScan) {
        "%A done"},  // "%" before the directive, " d" behind it        // "%% d" shows no argument
       {"%d and %q", 7, -2, "7"},                  // " and " is not written
       {"%ld|%tx", -1, 0, "4294967295|ffffffff"},  // the int widened unsigned
+      {"%hhx|%hd", 0x100FF, 0, "ff|255"},         // and narrowed
       {"ab%2147483648d", 7, -2, ""},              // refused before its text
       {"%" + zeros + "1d", 7, 0, "7"},            // 254 characters
       {"%0" + zeros + "1d", 7, -2, ""}};
