@@ -18,12 +18,14 @@ TEST(LMsgOutput, ANewLogClosesTheOldOneEvenWhenItFails) {
   testsupport::CaptureStream out(stdout);
   const int opened = channel.InitLogFile((dir / "log").c_str(), true);
   const int number = channel.Output("%d", 1), empty = channel.Output("%.0x|", 0);
-  channel.Print(nullptr);  // writes nothing
+  const int character = channel.Output("%c done|", 'A');  // "%c d": " d" behind the directive
+  channel.Print(nullptr);                                 // writes nothing
   const int replaced = channel.InitLogFile((dir / "none/log").c_str(), true);
-  EXPECT_EQ(out.Release(), "1|");  // the console, released before any failure is printed
+  EXPECT_EQ(out.Release(), "1|A done|");  // the console, released before any failure is printed
   EXPECT_EQ(opened, 0);
   EXPECT_EQ(number, 0);
   EXPECT_EQ(empty, 0);  // an empty value
+  EXPECT_EQ(character, 0);
   EXPECT_EQ(replaced, ENOENT);
-  EXPECT_EQ(testsupport::ReadFile(dir / "log"), "1|");
+  EXPECT_EQ(testsupport::ReadFile(dir / "log"), "1|A done|");
 }
