@@ -13,6 +13,8 @@
 
 using namespace std::string_literals;
 using text_model::Mapped;
+// Two texts, a number and two results: the rows of the comparison and search tables.
+using Row = std::tuple<const char*, const char*, int, int, int>;
 
 // Random bytes, NULs among them, against the ASCII case mapping of the "C"
 // locale, and std::to_chars.
@@ -41,9 +43,10 @@ TEST(StringRoutines, AgreeWithTheStandardLibrary) {
 
 // Bases beyond 36 go on from '[' (digit 36); a base below 2 writes nothing.
 TEST(StringRoutines, ItoaOutsideTheBasesOfToChars) {
-  using Row = std::tuple<int, int, const char*>;  // value, base, text
-  for (const Row& row : {Row{36, 37, "["}, Row{-(38 * 41 + 39), 41, "-]^"}, Row{7, INT_MAX, "7"},
-                         Row{INT_MIN, INT_MAX, "-11"}, Row{5, 1, nullptr}}) {
+  using Numeral = std::tuple<int, int, const char*>;  // value, base, text
+  for (const Numeral& row :
+       {Numeral{36, 37, "["}, Numeral{-(38 * 41 + 39), 41, "-]^"}, Numeral{7, INT_MAX, "7"},
+        Numeral{INT_MIN, INT_MAX, "-11"}, Numeral{5, 1, nullptr}}) {
     const auto [value, base, text] = row;
     char buffer[40] = "keep";
     EXPECT_EQ(itoa(value, buffer, base), text ? buffer + std::strlen(text) : nullptr);
@@ -56,7 +59,7 @@ TEST(StringRoutines, ItoaOutsideTheBasesOfToChars) {
 // the differences up to where either string ends, clamped to int. A null
 // gives -1 and 0.
 TEST(StringRoutines, CaseInsensitiveComparisonsOfSignedBytes) {
-  using Row = std::tuple<const char*, const char*, int, int, int>;  // a, b, n, order, sum
+  // a, b, n, stricmp's order, strnicmp's sum
   for (const Row& row :
        {Row{"abc", "ABC", 3, 0, 0}, Row{"abc", "abd", 3, -1, -1}, Row{"abc", "ab", 9, 1, 0},
         Row{"", "a", 1, -1, 0}, Row{"_", "z", 1, 1, '_' - 'Z'}, Row{"\x80", "a", 1, -1, -128 - 'A'},
@@ -76,7 +79,7 @@ TEST(StringRoutines, CaseInsensitiveComparisonsOfSignedBytes) {
 
 // After a partial match fails at index k of sub the search goes on at p + k + 1.
 TEST(StringRoutines, FindSubStringResumesBehindAPartialMatch) {
-  using Row = std::tuple<const char*, const char*, int, int, int>;  // str, sub, start, fold, found
+  // str, sub, start, ignoreCase, found
   for (const Row& row :
        {Row{"aaab", "aab", 0, 0, -1}, Row{"xabc", "abc", 1, 0, 1}, Row{"xabc", "bc", 3, 0, -1},
         Row{"xAbC", "aBc", 0, 1, 1}, Row{"xabc", "ABC", 0, 0, -1}, Row{"xabc", "", 3, 0, 3},
@@ -94,10 +97,8 @@ TEST(StringRoutines, NonConstOverloadsAndNullPointers) {
   char dst[8] = "x", src[] = "ab";
   util_strncpy(dst, src, 0, 0);
   util_strncat(dst, src, 0, 0);
-  util_strncpy(nullptr, src, 0, 0);
-  util_strncat(nullptr, src, 0, 0);
+  util_strncpy(nullptr, src, 0, 0), util_strncat(nullptr, src, 0, 0), strrev(nullptr);
   util_strncat(dst, static_cast<const char*>(nullptr), 0, 0);
-  strrev(nullptr);
   EXPECT_STREQ(dst, "abab");
   util_strncpy(dst, static_cast<const char*>(nullptr), 5, 0);
   EXPECT_EQ(std::string(dst, 4), "\0bab"s);

@@ -129,10 +129,9 @@ inline void RunLCStringOps(model::OpInput& in) {
     const std::string t = Bytes(in, 5), text = t.c_str(), view = bytes.c_str(),
                       other = b.bytes.c_str();
 
-    if (op == 0) c.Set(new LCString(), "");
     if (op == 1) c.Set(new LCString(n), std::string(std::max(n, 0), '\0'));
     if (op == 2) c.Set(new LCString(text.c_str()), text, true);
-    if (op == 3) c.Set(new LCString(static_cast<char const*>(nullptr)), "");
+    if (op == 0 || op == 3) c.Set(op == 0 ? new LCString() : new LCString(nullptr), "");
     if (op == 4) c.Set(new LCString(t), t, true);
     if (op == 5) c.Set(new LCString(ch), std::string(1, ch));
     if (op == 6) c.Set(new LCString(*b.s), b.bytes, true);
