@@ -6,6 +6,8 @@
 
 using namespace std::string_literals;
 
+// Both string classes run their decoders here (see TextModel.h).
+TEST(LString, AgreesWithTheModel) { model::RunSeeds(text_model::RunLStringOps, 200, 2000); }
 TEST(LCString, AgreesWithTheModel) { model::RunSeeds(text_model::RunLCStringOps, 300, 3000); }
 
 // The model checks these with the rest; here they stand for the reader. Left

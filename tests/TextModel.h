@@ -1,8 +1,8 @@
 // The string classes beside models built on std::string. RunLStringOps and
 // RunLCStringOps decode numbered operations from an OpInput and check every
 // result; a failure names the operation by its number in the decoder.
-// LString_test and LCString_test run them over fixed seeds, fuzz/LString_fuzz
-// and fuzz/LCString_fuzz over fuzzer input.
+// LCString_test runs both over fixed seeds, fuzz/LString_fuzz and
+// fuzz/LCString_fuzz over fuzzer input.
 #ifndef VQ0300_TESTS_TEXTMODEL_H
 #define VQ0300_TESTS_TEXTMODEL_H
 
