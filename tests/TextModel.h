@@ -8,8 +8,10 @@
 
 #include <vq0300/LCString.h>
 #include <vq0300/LString.h>
+#include <vq0300/StringRoutines.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -55,13 +57,14 @@ inline std::string Cut(const std::string& s, int start, int count) {
 }
 
 // LString on texts with no NUL, each in a heap block of its own size; about
-// one pointer in sixteen is null.
+// one pointer in sixteen is null. The free routines of StringRoutines.h that
+// have an oracle run here too.
 inline void RunLStringOps(model::OpInput& in) {
   LString ls;
   while (!in.Done()) {
-    const int op = in.Int(0, 10);
+    const int op = in.Int(0, 16);
     model::Step() = "operation " + std::to_string(op);
-    const std::string s = Bytes(in, 8).c_str(), sub = in.Text(3, "ab");
+    const std::string raw = Bytes(in, 8), s = raw.c_str(), sub = in.Text(3, "ab");
     const int len = static_cast<int>(s.size()), x = in.Index(len), y = in.Index(len);
     const char ch = Char(in);
     auto hs = Heap(s), hsub = Heap(sub);
@@ -94,6 +97,26 @@ inline void RunLStringOps(model::OpInput& in) {
     if (op == 9 && src) MODEL_CHECK(src == Trimmed(s, true));
     if (op == 10) ls.TrimRight(src);
     if (op == 10 && src) MODEL_CHECK(std::string(src, s.size() + 1) == kept + nuls);
+    // The case mappings and strrev: the char* forms stop at the first NUL,
+    // the std::string forms go by size.
+    std::string changed = raw;
+    const std::string rest = raw.substr(s.size());
+    if (op == 11) MODEL_CHECK(strupr(&changed[0]) == &changed[0]);
+    if (op == 12) MODEL_CHECK(strlwr(&changed[0]) == &changed[0]);
+    if (op == 13) strupr(changed);
+    if (op == 14) strlwr(changed);
+    if (op == 15) strrev(&changed[0]);
+    const std::string mapped[] = {Mapped(s) + rest, Mapped(s, 'A', 'a') + rest, Mapped(raw),
+                                  Mapped(raw, 'A', 'a'), std::string(s.rbegin(), s.rend()) + rest};
+    if (op >= 11 && op <= 15) MODEL_CHECK(changed == mapped[op - 11]);
+    if (op == 16) {
+      // itoa against std::to_chars, whose letters are lower case.
+      const int value = in.Int(INT_MIN, INT_MAX) >> in.Int(0, 31), base = in.Int(2, 36);
+      char digits[40] = {}, buffer[40];
+      std::to_chars(digits, digits + sizeof digits, value, base);
+      MODEL_CHECK(itoa(value, buffer, base) == buffer + std::strlen(digits));
+      MODEL_CHECK(buffer == Mapped(digits));
+    }
   }
 }
 
