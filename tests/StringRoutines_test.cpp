@@ -7,7 +7,6 @@
 #include <cstring>
 #include <tuple>
 
-using namespace std::string_literals;
 // Two texts, a number and two results: the rows of the comparison and search tables.
 using Row = std::tuple<const char*, const char*, int, int, int>;
 
@@ -68,12 +67,11 @@ TEST(StringRoutines, FindSubStringResumesBehindAPartialMatch) {
 // leaves an empty string.
 TEST(StringRoutines, NonConstOverloadsAndNullPointers) {
   char dst[8] = "x", src[] = "ab";
-  util_strncpy(dst, src, 0, 0);
-  util_strncat(dst, src, 0, 0);
+  util_strncpy(dst, src, 0, 0), util_strncat(dst, src, 0, 0);
   util_strncpy(nullptr, src, 0, 0), util_strncat(nullptr, src, 0, 0), strrev(nullptr);
   util_strncat(dst, static_cast<const char*>(nullptr), 0, 0);
   EXPECT_STREQ(dst, "abab");
   util_strncpy(dst, static_cast<const char*>(nullptr), 5, 0);
-  EXPECT_EQ(std::string(dst, 4), "\0bab"s);
+  EXPECT_EQ(std::string(dst, 4), std::string("\0bab", 4));
   EXPECT_EQ(itoa(5, nullptr, 10), nullptr);
 }

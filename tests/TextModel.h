@@ -83,7 +83,7 @@ inline void RunLStringOps(model::OpInput& in) {
     // into src itself, or into null; a null src writes nothing.
     const int from = op == 6 ? 0 : op == 7 ? len - std::min(std::max(x, 0), len) : x;
     const std::string want = Cut(s, from, op == 8 ? y : x);
-    std::string block(want.size() + 1, '#');
+    std::string block(want.size() + 1, '#'), changed = raw;  // changed: for ops 11 to 15
     char* dst = in.Bool() ? src : in.Bool() ? nullptr : &block[0];
     if (op == 6) ls.Left(dst, src, x);
     if (op == 7) ls.Right(dst, src, x);
@@ -99,7 +99,6 @@ inline void RunLStringOps(model::OpInput& in) {
     if (op == 10 && src) MODEL_CHECK(std::string(src, s.size() + 1) == kept + nuls);
     // The case mappings and strrev: the char* forms stop at the first NUL,
     // the std::string forms go by size.
-    std::string changed = raw;
     const std::string rest = raw.substr(s.size());
     if (op == 11) MODEL_CHECK(strupr(&changed[0]) == &changed[0]);
     if (op == 12) MODEL_CHECK(strlwr(&changed[0]) == &changed[0]);
@@ -141,8 +140,7 @@ inline void RunLCStringOps(model::OpInput& in) {
       &LCString::Find, &LCString::FindOneOf, &LCString::ReverseFind, &LCString::ReverseFindOneOf};
   Slot slots[3];
   while (!in.Done()) {
-    Slot &a = slots[in.Int(0, 2)], &c = slots[in.Int(0, 2)];
-    const Slot& b = slots[in.Int(0, 2)];
+    Slot &a = slots[in.Int(0, 2)], &c = slots[in.Int(0, 2)], &b = slots[in.Int(0, 2)];
     const int op = in.Int(0, 34);
     model::Step() = "operation " + std::to_string(op);
     LCString& s = *a.s;
