@@ -83,7 +83,7 @@ inline void RunLStringOps(model::OpInput& in) {
     // into src itself, or into null; a null src writes nothing.
     const int from = op == 6 ? 0 : op == 7 ? len - std::min(std::max(x, 0), len) : x;
     const std::string want = Cut(s, from, op == 8 ? y : x);
-    std::string block(want.size() + 1, '#'), changed = raw;  // changed: for ops 11 to 15
+    std::string block(want.size() + 1, '#'), changed = raw;
     char* dst = in.Bool() ? src : in.Bool() ? nullptr : &block[0];
     if (op == 6) ls.Left(dst, src, x);
     if (op == 7) ls.Right(dst, src, x);
@@ -97,8 +97,8 @@ inline void RunLStringOps(model::OpInput& in) {
     if (op == 9 && src) MODEL_CHECK(src == Trimmed(s, true));
     if (op == 10) ls.TrimRight(src);
     if (op == 10 && src) MODEL_CHECK(std::string(src, s.size() + 1) == kept + nuls);
-    // The case mappings and strrev: the char* forms stop at the first NUL,
-    // the std::string forms go by size.
+    // The case mappings and strrev on changed, a copy of raw: the char* forms
+    // stop at the first NUL, the std::string forms go by size.
     const std::string rest = raw.substr(s.size());
     if (op == 11) MODEL_CHECK(strupr(&changed[0]) == &changed[0]);
     if (op == 12) MODEL_CHECK(strlwr(&changed[0]) == &changed[0]);
