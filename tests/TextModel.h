@@ -1,15 +1,17 @@
 // The string classes beside models built on std::string. RunLStringOps and
 // RunLCStringOps decode numbered operations from an OpInput and check every
 // result; a failure names the operation by its number in the decoder.
-// LString_test and LCString_test run them over fixed seeds, fuzz/LString_fuzz
-// and fuzz/LCString_fuzz over fuzzer input.
+// LCString_test runs both over fixed seeds, fuzz/LString_fuzz and
+// fuzz/LCString_fuzz over fuzzer input.
 #ifndef VQ0300_TESTS_TEXTMODEL_H
 #define VQ0300_TESTS_TEXTMODEL_H
 
 #include <vq0300/LCString.h>
 #include <vq0300/LString.h>
+#include <vq0300/StringRoutines.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -55,13 +57,14 @@ inline std::string Cut(const std::string& s, int start, int count) {
 }
 
 // LString on texts with no NUL, each in a heap block of its own size; about
-// one pointer in sixteen is null.
+// one pointer in sixteen is null. The free routines of StringRoutines.h that
+// have an oracle run here too.
 inline void RunLStringOps(model::OpInput& in) {
   LString ls;
   while (!in.Done()) {
-    const int op = in.Int(0, 10);
+    const int op = in.Int(0, 16);
     model::Step() = "operation " + std::to_string(op);
-    const std::string s = Bytes(in, 8).c_str(), sub = in.Text(3, "ab");
+    const std::string raw = Bytes(in, 8), s = raw.c_str(), sub = in.Text(3, "ab");
     const int len = static_cast<int>(s.size()), x = in.Index(len), y = in.Index(len);
     const char ch = Char(in);
     auto hs = Heap(s), hsub = Heap(sub);
@@ -80,7 +83,7 @@ inline void RunLStringOps(model::OpInput& in) {
     // into src itself, or into null; a null src writes nothing.
     const int from = op == 6 ? 0 : op == 7 ? len - std::min(std::max(x, 0), len) : x;
     const std::string want = Cut(s, from, op == 8 ? y : x);
-    std::string block(want.size() + 1, '#');
+    std::string block(want.size() + 1, '#'), changed = raw;
     char* dst = in.Bool() ? src : in.Bool() ? nullptr : &block[0];
     if (op == 6) ls.Left(dst, src, x);
     if (op == 7) ls.Right(dst, src, x);
@@ -94,24 +97,38 @@ inline void RunLStringOps(model::OpInput& in) {
     if (op == 9 && src) MODEL_CHECK(src == Trimmed(s, true));
     if (op == 10) ls.TrimRight(src);
     if (op == 10 && src) MODEL_CHECK(std::string(src, s.size() + 1) == kept + nuls);
+    // The case mappings and strrev on changed, a copy of raw: the char* forms
+    // stop at the first NUL, the std::string forms go by size.
+    const std::string rest = raw.substr(s.size());
+    if (op == 11) MODEL_CHECK(strupr(&changed[0]) == &changed[0]);
+    if (op == 12) MODEL_CHECK(strlwr(&changed[0]) == &changed[0]);
+    if (op == 13) strupr(changed);
+    if (op == 14) strlwr(changed);
+    if (op == 15) strrev(&changed[0]);
+    const std::string mapped[] = {Mapped(s) + rest, Mapped(s, 'A', 'a') + rest, Mapped(raw),
+                                  Mapped(raw, 'A', 'a'), std::string(s.rbegin(), s.rend()) + rest};
+    if (op >= 11 && op <= 15) MODEL_CHECK(changed == mapped[op - 11]);
+    if (op == 16) {
+      // itoa against std::to_chars, whose letters are lower case.
+      const int value = in.Int(INT_MIN, INT_MAX) >> in.Int(0, 31), base = in.Int(2, 36);
+      char digits[40] = {}, buffer[40];
+      std::to_chars(digits, digits + sizeof digits, value, base);
+      MODEL_CHECK(itoa(value, buffer, base) == buffer + std::strlen(digits));
+      MODEL_CHECK(buffer == Mapped(digits));
+    }
   }
 }
 
-// LCString's model: the counted view and the add position.
-struct Model {
-  std::string bytes;  // the counted view
-  int add = 0;        // where AddString writes next
-  int Length() const { return static_cast<int>(bytes.size()); }
-};
-
-// What copies, operator=, += and the constructors from a text hold.
-inline Model Full(const std::string& bytes) { return {bytes, static_cast<int>(bytes.size()) - 1}; }
-
+// An LCString beside its model: the counted view, and where AddString writes
+// next (L - 1 after a copy, operator=, += or a constructor from a text).
 struct Slot {
   std::unique_ptr<LCString> s = std::make_unique<LCString>();
-  Model m;
+  std::string bytes;
+  int add = 0;
+  int Length() const { return static_cast<int>(bytes.size()); }
+  void Hold(std::string want, bool full) { bytes = std::move(want), add = full ? Length() - 1 : 0; }
   // Takes a string made from a prvalue, whose add position no copy has reset.
-  void Set(LCString* fresh, Model want) { s.reset(fresh), m = std::move(want); }
+  void Set(LCString* p, std::string want, bool full = false) { s.reset(p), Hold(want, full); }
 };
 
 // Three strings; after every operation each has its length, counted bytes and
@@ -123,36 +140,35 @@ inline void RunLCStringOps(model::OpInput& in) {
       &LCString::Find, &LCString::FindOneOf, &LCString::ReverseFind, &LCString::ReverseFindOneOf};
   Slot slots[3];
   while (!in.Done()) {
-    Slot &a = slots[in.Int(0, 2)], &c = slots[in.Int(0, 2)];
-    const Slot& b = slots[in.Int(0, 2)];
+    Slot &a = slots[in.Int(0, 2)], &c = slots[in.Int(0, 2)], &b = slots[in.Int(0, 2)];
     const int op = in.Int(0, 34);
     model::Step() = "operation " + std::to_string(op);
     LCString& s = *a.s;
-    std::string& bytes = a.m.bytes;
-    const int len = a.m.Length(), n = in.Int(-2, 9), x = in.Index(len), y = in.Index(len);
+    std::string& bytes = a.bytes;
+    const int len = a.Length(), n = in.Int(-2, 9), x = in.Index(len), y = in.Index(len);
     const char ch = Char(in);
     const std::string t = Bytes(in, 5), text = t.c_str(), view = bytes.c_str(),
-                      other = b.m.bytes.c_str();
+                      other = b.bytes.c_str();
 
-    if (op == 0) c.Set(new LCString(), {});
-    if (op == 1) c.Set(new LCString(n), {std::string(std::max(n, 0), '\0'), 0});
-    if (op == 2) c.Set(new LCString(text.c_str()), Full(text));
-    if (op == 3) c.Set(new LCString(static_cast<char const*>(nullptr)), {});
-    if (op == 4) c.Set(new LCString(t), Full(t));
-    if (op == 5) c.Set(new LCString(ch), {std::string(1, ch), 0});
-    if (op == 6) c.Set(new LCString(*b.s), Full(b.m.bytes));
-    if (op == 7) (s = *b.s), a.m = &a == &b ? a.m : Full(b.m.bytes);  // self: nothing changes
-    if (op == 8) s.Reallocate(n), a.m = {std::string(std::max(n, 0), '\0'), 0};
+    if (op == 1) c.Set(new LCString(n), std::string(std::max(n, 0), '\0'));
+    if (op == 2) c.Set(new LCString(text.c_str()), text, true);
+    if (op == 0 || op == 3) c.Set(op == 0 ? new LCString() : new LCString(nullptr), "");
+    if (op == 4) c.Set(new LCString(t), t, true);
+    if (op == 5) c.Set(new LCString(ch), std::string(1, ch));
+    if (op == 6) c.Set(new LCString(*b.s), b.bytes, true);
+    if (op == 7) s = *b.s;  // onto itself it changes nothing
+    if (op == 7 && &a != &b) a.Hold(b.bytes, true);
+    if (op == 8) s.Reallocate(n), a.Hold(std::string(std::max(n, 0), '\0'), false);
     // += doubles a string; they stay short.
-    if (op == 9 && len + b.m.Length() <= 64) c.Set(new LCString(s + *b.s), {bytes + b.m.bytes, 0});
-    if (op == 10 && len + b.m.Length() <= 64) s += *b.s, a.m = Full(bytes + b.m.bytes);
+    if (op == 9 && len + b.Length() <= 64) c.Set(new LCString(s + *b.s), bytes + b.bytes);
+    if (op == 10 && len + b.Length() <= 64) s += *b.s, a.Hold(bytes + b.bytes, true);
     if (op == 11 || op == 12) {
       const std::string piece = t + "bbbbbbbbb";  // n readable bytes, NUL bytes among them
       char* got = s.AddString(n, op == 12 ? nullptr : piece.data());
-      const bool refused = n < 1 || op == 12 || a.m.add >= len - 1;  // full at L - 1
+      const bool refused = n < 1 || op == 12 || a.add >= len - 1;  // full at L - 1
       MODEL_CHECK(got == (refused ? nullptr : s.c_str()));
-      for (int i = 0; !refused && i < n && a.m.add < len - 1; ++i) bytes[a.m.add++] = piece[i];
-      if (!refused) bytes[a.m.add] = '\0';
+      for (int i = 0; !refused && i < n && a.add < len - 1; ++i) bytes[a.add++] = piece[i];
+      if (!refused) bytes[a.add] = '\0';
     }
     // Element access; operator[] gives the terminator cell at len, and any
     // other index outside the string falls back on the last character.
@@ -190,10 +206,11 @@ inline void RunLCStringOps(model::OpInput& in) {
     if (op == 28) s.RemoveWhiteSpaces();
     if (op == 28) bytes.erase(std::remove_if(bytes.begin(), bytes.end(), IsWhite), bytes.end());
     // Left and Right covering the whole string give its terminated view.
-    const Model left{Cut(bytes, 0, x), 0}, right{Cut(bytes, len - std::max(x, 0), x), 0};
-    if (op == 29) c.Set(new LCString(s.Left(x)), x >= len && len > 0 ? Full(view) : left);
-    if (op == 30) c.Set(new LCString(s.Right(x)), x >= len && len > 0 ? Full(view) : right);
-    if (op == 31) c.Set(new LCString(s.Mid(x, y)), {Cut(bytes, x, y), 0});
+    const bool whole = x >= len && len > 0;
+    const std::string left = Cut(bytes, 0, x), right = Cut(bytes, len - std::max(x, 0), x);
+    if (op == 29) c.Set(new LCString(s.Left(x)), whole ? view : left, whole);
+    if (op == 30) c.Set(new LCString(s.Right(x)), whole ? view : right, whole);
+    if (op == 31) c.Set(new LCString(s.Mid(x, y)), Cut(bytes, x, y));
     if (op == 32) {
       const int order = std::strcmp(view.c_str(), other.c_str());
       MODEL_CHECK(s.Compare(*b.s) == order);
@@ -218,10 +235,10 @@ inline void RunLCStringOps(model::OpInput& in) {
       MODEL_CHECK(std::string(dst.begin(), dst.end()) == want);
     }
     for (const Slot& each : slots) {
-      MODEL_CHECK(each.s->GetLength() == each.m.Length());
-      MODEL_CHECK(each.s->IsEmpty() == each.m.bytes.empty());
-      MODEL_CHECK(std::memcmp(each.s->c_str(), each.m.bytes.data(), each.m.bytes.size()) == 0);
-      MODEL_CHECK(each.s->c_str()[each.m.Length()] == '\0');
+      MODEL_CHECK(each.s->GetLength() == each.Length());
+      MODEL_CHECK(each.s->IsEmpty() == each.bytes.empty());
+      MODEL_CHECK(std::memcmp(each.s->c_str(), each.bytes.data(), each.bytes.size()) == 0);
+      MODEL_CHECK(each.s->c_str()[each.Length()] == '\0');
       MODEL_CHECK(LTEXT(*each.s) == each.s->c_str());
     }
   }
