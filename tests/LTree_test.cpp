@@ -20,8 +20,7 @@ LObject g_objects[3];
 
 struct Node {
   LTree* tree;
-  int parent;  // -1 for the root
-  int index;   // position asked for at insertion
+  int parent, index;  // parent: -1 for the root; index: position asked for at insertion
   LObject* payload;
   std::vector<int> children;  // those still in the list, in order
 };
@@ -52,14 +51,14 @@ void RunTreeOps(model::OpInput& in) {
     }
     for (const Node& node : nodes) {
       const int count = static_cast<int>(node.children.size());
-      LObject* const last = count > 0 ? nodes[node.children.back()].payload : nullptr;
       MODEL_CHECK(node.tree->GetTreeNode() == node.payload);
       MODEL_CHECK(node.tree->GetParent() == (node.parent < 0 ? nullptr : nodes[node.parent].tree));
       MODEL_CHECK(node.tree->*IndexMember() == node.index);
       MODEL_CHECK(node.tree->GetChildNumber() == count);
       for (int c = 0; c < count; ++c)
         MODEL_CHECK(node.tree->GetChild(c) == nodes[node.children[c]].payload);
-      MODEL_CHECK(node.tree->GetLastChild() == last);
+      MODEL_CHECK(node.tree->GetLastChild() ==
+                  (count ? nodes[node.children.back()].payload : nullptr));
       MODEL_CHECK(node.tree->GetChild(count) == nullptr);
     }
   }

@@ -5,42 +5,26 @@ TEST(RBTree, EveryOperationKeepsTheRulesAndTheKeys) {
   model::RunSeeds(rbmodel::RunRBTreeOps, 40, 700);
 }
 
-namespace {
-
-// One-letter keys inserted in the order given, into slots of the caller.
-RBTree Grow(const std::string& order, std::deque<rbmodel::Slot>& slots) {
-  RBTree tree{};
-  for (char c : order) {
-    rbmodel::Slot& slot = slots.emplace_back();
-    slot.node.key = &(slot.key[0] = c);
-    tree.Insert(&tree, &slot.node);
-  }
-  return tree;
-}
-
-}  // namespace
-
-// One row a dump: the keys in insertion order, the key of the node written
-// from and its level (none: the whole tree, by path), then the text.
+// One row a dump: one-letter keys in insertion order, the key of the node
+// written from (none: the whole tree, by path) and its level, then the text.
 TEST(RBTree, DumpIsPostOrderWithDepths) {
-  const char* rows[][4] = {
-      {"abcd", "", "",
+  const std::tuple<const char*, const char*, int, const char*> rows[] = {
+      {"abcd", "", 0,
        "Level = 1;\t key = a\nLevel = 2;\t key = d\nLevel = 1;\t key = c\nLevel = 0;\t key = b\n"},
-      {"", "", "", ""},
-      {"abcd", "c", "4", "Level = 5;\t key = d\nLevel = 4;\t key = c\n"},
-      {"abcd", "x", "0", ""}};
+      {"", "", 0, ""},  // the file is emptied
+      {"abcd", "c", 4, "Level = 5;\t key = d\nLevel = 4;\t key = c\n"}};
   testsupport::TempDir dir;
-  std::string path = dir / "tree.txt";
-  for (const auto& row : rows) {
+  std::string path = dir / "tree.txt", missing = dir / "none/tree.txt";
+  for (const auto& [order, from, level, text] : rows) {
+    RBTree tree{};
     std::deque<rbmodel::Slot> slots;
-    RBTree tree = Grow(row[0], slots);
-    std::string key = row[1];
+    for (const char* c = order; *c != '\0'; ++c) tree.Insert(&tree, &rbmodel::NewNode(slots, {*c}));
+    std::string key = from;
     FILE* file = key.empty() ? nullptr : std::fopen(path.c_str(), "w");
-    if (file == nullptr) tree.OuputTree(&path[0]);  // created or emptied
-    if (file != nullptr) tree.OuputTree(file, tree.Search(tree.root, &key[0]), std::stoi(row[2]));
+    if (file == nullptr) tree.OuputTree(&path[0]);
+    if (file != nullptr) tree.OuputTree(file, tree.Search(tree.root, &key[0]), level);
     if (file != nullptr) std::fclose(file);
-    EXPECT_EQ(testsupport::ReadFile(path), row[3]) << row[0] << " from " << row[1];
+    EXPECT_EQ(testsupport::ReadFile(path), text) << order << " from " << from;
   }
-  std::string missing = dir / "none/tree.txt";
   RBTree().OuputTree(&missing[0]);  // cannot be opened: returns without a word
 }
