@@ -18,7 +18,6 @@ static void RunBufferOps(model::OpInput& in) {
     const size_t at = i < 0 ? 1 : static_cast<size_t>(i);  // a negative index is 1
     const char c = static_cast<char>(in.Byte());
     LByteBuffer* last = head.GetLastBlock(&head);  // appends go to the last block
-    model::Step() = "op " + std::to_string(op) + " on " + want;
     if (op == 0) {
       MODEL_CHECK(last->WriteData(text.data()) == head.GetLastBlock(&head));
       want += text;
@@ -56,8 +55,7 @@ static void RunBufferOps(model::OpInput& in) {
 
 // A caller's class whose new block is the receiver itself: a full block that
 // takes nothing, where appending must stop.
-class Refusing : public LByteBuffer {
- public:
+struct Refusing : LByteBuffer {
   using LByteBuffer::LByteBuffer;
   LByteBuffer* AllocateNewBlock() override { return this; }
 };
