@@ -1,4 +1,5 @@
 #include <vq0300/HexConversion.h>
+#include <vq0300/TimeText.h>
 
 #include <gtest/gtest.h>
 
@@ -6,23 +7,21 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <string>
+#include <ctime>
 #include <tuple>
 
 // Every byte value against printf's upper-case hex and strtol's reading of a
 // digit, util_FlipByte against the bits read in the other direction, and
-// util_Bin2HexAnsi of all of them at once against printf's text; then a count
-// of 0 (only the NUL is written) and null buffers (nothing is).
+// util_Bin2HexAnsi (each byte by util_SplitBin2Char) of all of them at once
+// against printf's text; then a count of 0 (only the NUL is written) and null
+// buffers (nothing is).
 TEST(HexConversion, EveryByteAgainstTheCLibrary) {
-  unsigned char all[256], out[514], high = 0, low = 0;
+  unsigned char all[256], out[514];
   char text[514];
   for (int i = 0; i < 256; ++i) {
     char digit[2] = {static_cast<char>(i), '\0'}, flipped = digit[0], mirrored = 0;
     all[i] = static_cast<unsigned char>(i);
     std::snprintf(text + 2 * i, 3, "%02X", i);
-    util_SplitBin2Char(all[i], high, low);
-    EXPECT_EQ(high, text[2 * i]) << i;
-    EXPECT_EQ(low, text[2 * i + 1]) << i;
     EXPECT_EQ(util_Hex2HexAnsi(all[i]), i < 16 ? text[2 * i + 1] : 0) << i;  // the byte 0 above 15
     EXPECT_EQ(util_HexAnsi2Hex(digit[0]), std::isxdigit(i) ? std::strtol(digit, nullptr, 16) : 0);
     for (int bit = 0; bit < 8; ++bit) mirrored = static_cast<char>(mirrored << 1 | (i >> bit & 1));
@@ -50,4 +49,16 @@ TEST(HexConversion, HexStr2Hex16ShortensTheTextOnAnyLowerCasePrefix) {
     EXPECT_STREQ(buffer, after) << text;
   }
   EXPECT_EQ(util_HexStr2Hex16(nullptr), 0u);
+}
+
+// The platform's asctime of the same moment with its line end turned into two
+// blanks: 26 characters, whatever the string held before.
+TEST(TimeText, AsctimeLayoutWithTwoTrailingBlanks) {
+  LCString text("previous content that is longer than a time stamp");
+  std::time_t t = std::time(nullptr);
+  util_GetTime(text);
+  std::string expected;
+  for (const std::time_t after = std::time(nullptr); t <= after && expected != text.c_str(); ++t)
+    expected = std::string(std::asctime(std::localtime(&t)), 24) + "  ";
+  EXPECT_EQ(text.c_str(), expected);
 }
