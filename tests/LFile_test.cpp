@@ -85,8 +85,6 @@ void RunFileOps(model::OpInput& in) {
     std::string got(12, '-'), want = got, s;
     if (op == 0) m = FileModel{files}, m.name = name;
     if (op <= 1) expected = m.Open(name, mode, modeFlags, op == 0 || n & 1);
-    if (op == 2) expected = m.Close();
-    if (op == 3) expected = m.Rewind();
     if (op == 4) expected = n & 1 ? m.ValidRead() : m.ValidWrite();
     if (op >= 5 && op <= 8) {
       expected = (m.code = 0, op == 8 && m.stream && m.eof) ? -1 : m.ValidRead();
@@ -106,8 +104,8 @@ void RunFileOps(model::OpInput& in) {
     // The constructor has no result of its own.
     if (op == 0) file.emplace(name < 0 ? nullptr : names[name].c_str(), mode), result = expected;
     if (op == 1) result = file->Open(path, mode, n & 1);
-    if (op == 2) result = file->Close();
-    if (op == 3) result = file->Rewind();
+    if (op == 2) expected = m.Close(), result = file->Close();
+    if (op == 3) expected = m.Rewind(), result = file->Rewind();
     if (op == 4) result = n & 1 ? file->ValidRead() : file->ValidWrite();
     if (op == 5) result = file->Read(n, reinterpret_cast<unsigned char*>(&got[0]));
     if (op == 6) result = file->ReadLine(n + 3, &got[0]);
