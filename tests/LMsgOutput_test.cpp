@@ -18,8 +18,9 @@ TEST(LMsgOutput, ANewLogClosesTheOldOneEvenWhenItFails) {
   testsupport::CaptureStream out(stdout);
   EXPECT_EQ(channel.InitLogFile((dir / "log").c_str(), true), 0);
   EXPECT_EQ(channel.Output("%d|", 1), 0);
-  channel.Print(nullptr);  // writes nothing
+  EXPECT_EQ(channel.Output("%.0x|", 0), 0);  // an empty value
+  channel.Print(nullptr);                    // writes nothing
   EXPECT_EQ(channel.InitLogFile((dir / "none/log").c_str(), true), ENOENT);
-  EXPECT_EQ(out.Release(), "1|");
-  EXPECT_EQ(testsupport::ReadFile(dir / "log"), "1|");  // flushed by the close
+  EXPECT_EQ(out.Release(), "1||");
+  EXPECT_EQ(testsupport::ReadFile(dir / "log"), "1||");  // flushed by the close
 }
