@@ -1,125 +1,103 @@
 #include <vq0300/LByteBuffer.h>
 
-#include <gtest/gtest.h>
+#include <pthread.h>
 
-#include <climits>
-#include <random>
-#include <string>
+#include "ModelRun.h"
 
-namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int kLongChain = 1000000;  // sanitizer frames are larger
-#else
-constexpr int kLongChain = 10000000;
-#endif
-
-char* Text(const std::string& s) { return const_cast<char*>(s.c_str()); }
-
-// The bytes of the chain from `block` on, read block by block.
-std::string Contents(LByteBuffer* block) {
-  std::string out;
-  for (; block != nullptr; block = block->GetNextBlock())
-    out.append(reinterpret_cast<char*>(block->GetDataBlock()), block->GetDataSize());
-  return out;
-}
-
-// A caller's class making its own blocks. It adds no data members, since the
-// head frees the blocks behind it as plain LByteBuffer.
-class DerivedBuffer : public LByteBuffer {
- public:
-  using LByteBuffer::LByteBuffer;
-  LByteBuffer* AllocateNewBlock() override { return m_pNextBlock = new DerivedBuffer(this); }
-};
-
-}  // namespace
-
-TEST(LByteBuffer, IndexedAccessCountsFromTheReceiver) {
-  LByteBuffer head(4);
-  LByteBuffer* end = head.WriteData(Text("abcdefghij"));  // [abcd] [efgh] [ij..]
-  EXPECT_FALSE(head.WriteData('x'));  // a full block takes no byte and adds no block
-  EXPECT_EQ(end, head.GetBlock(2));
-  EXPECT_FALSE(head.GetBlock(3));
-  EXPECT_FALSE(head.GetBlock(0));
-  EXPECT_EQ(head.GetBlock(1)->GetTotalSize(), 6);
-  EXPECT_EQ(head.GetBlock(1)->ReadData(1), 'f');
-  EXPECT_EQ(head.ReadData(-1), 'b');  // a negative index becomes 1
-  EXPECT_TRUE(head.WriteData(9, 'Z'));
-  EXPECT_TRUE(head.WriteData(INT_MIN, static_cast<unsigned char>(0xFF)));
-  EXPECT_FALSE(head.WriteData(10, 'Q'));
-  EXPECT_EQ(head.ReadData(10), 0);
-  EXPECT_EQ(Contents(&head), "a\377cdefghiZ");
-  EXPECT_EQ(end->WriteData(static_cast<char*>(nullptr)), end);
-  EXPECT_FALSE(head.GetLastBlock(nullptr));
-  EXPECT_EQ(LByteBuffer(0).GetBlockSize(), 32000);  // a size below 1 gives the default
-  unsigned char* storage = head.GetDataBlock();
-  head.GetBlock(1)->ClearBuffer();  // from any block: only the head stays, with its storage
-  EXPECT_FALSE(head.GetNextBlock());
-  EXPECT_EQ(head.GetDataBlock(), storage);
-  EXPECT_EQ(head.GetTotalSize(), 0);
-}
-
-// Random appends and copies against a string, for every block size from 1 to
-// 9, on a plain head and on one whose class makes its own blocks: WriteData
-// and CopyBlock must get every new block from the override.
-TEST(LByteBuffer, RandomAppendsAndCopiesMatchAString) {
-  std::mt19937 rng(20240601u);
-  auto run = [&rng](auto& head, int block_size, bool derived) {
-    std::string expected;
-    for (int step = 0; step < 60; ++step) {
-      std::string piece(rng() % 12, 'x');
-      for (char& c : piece) c = static_cast<char>('a' + rng() % 26);
-      expected += piece;
-      if (rng() % 2 == 0 || piece.empty()) {
-        LByteBuffer* end = head.GetLastBlock(&head)->WriteData(Text(piece));
-        ASSERT_EQ(end, head.GetLastBlock(&head));
-      } else {  // a two-block source, copied from a block inside the chain
-        LByteBuffer source(static_cast<int>(piece.size()));
-        source.WriteData(Text(piece + "##"));
-        (head.GetBlock(1) ? head.GetBlock(1) : &head)->CopyBlock(&source);
-      }
+// Appends of texts, bytes and copied blocks, overwrites, reads and clears
+// against a string, on a head of block size 1 to 4. After each step the chain
+// holds the string in as few blocks as it needs, each but the last full, and
+// an index past the end misses.
+static void RunBufferOps(model::OpInput& in) {
+  const int size = in.Int(1, 4);
+  LByteBuffer head(size);
+  std::string want;
+  while (!in.Done()) {
+    std::string text = in.Text(2 * size + 1, "ab\x80");
+    const int op = in.Int(0, 4), i = in.Index(static_cast<int>(want.size()));
+    const size_t at = i < 0 ? 1 : static_cast<size_t>(i);  // a negative index is 1
+    const char c = static_cast<char>(in.Byte());
+    LByteBuffer* last = head.GetLastBlock(&head);  // appends go to the last block
+    if (op == 0) {
+      MODEL_CHECK(last->WriteData(text.data()) == head.GetLastBlock(&head));
+      want += text;
+    } else if (op == 1) {  // only the source's own block, and from any block of the chain
+      LByteBuffer source(static_cast<int>(text.size()) + 1);
+      source.WriteData((text + "#tail").data());
+      (head.GetBlock(1) != nullptr ? head.GetBlock(1) : &head)->CopyBlock(&source);
+      want += text + "#";
+    } else if (op == 2) {  // a full block refuses a byte and grows no block
+      const bool fits = want.empty() || want.size() % static_cast<size_t>(size) != 0;
+      MODEL_CHECK(last->WriteData(c) == fits);
+      if (fits) want += c;
+    } else if (op == 3) {
+      MODEL_CHECK(head.WriteData(i, static_cast<unsigned char>(c)) == (at < want.size()));
+      if (at < want.size()) want[at] = c;
+    } else {
+      last->ClearBuffer();  // from any block: only the head stays
+      want.clear();
     }
-    ASSERT_EQ(Contents(&head), expected);
-    ASSERT_EQ(head.GetTotalSize(), static_cast<int>(expected.size()));
-    for (LByteBuffer* b = &head; b; b = b->GetNextBlock()) {
-      ASSERT_EQ(dynamic_cast<DerivedBuffer*>(b) != nullptr, derived);
-      ASSERT_TRUE(b->GetDataSize() == block_size || !b->GetNextBlock());  // all but the last full
+    const int n = static_cast<int>(want.size());
+    MODEL_CHECK(head.GetTotalSize() == n);
+    MODEL_CHECK(head.ReadData(i) == (at < want.size() ? static_cast<unsigned char>(want[at]) : 0));
+    std::string got;
+    int blocks = 0;
+    for (LByteBuffer* b = &head; b != nullptr; b = b->GetNextBlock(), ++blocks) {
+      MODEL_CHECK(b->GetDataSize() == size || b->GetNextBlock() == nullptr);
+      got.append(reinterpret_cast<char*>(b->GetDataBlock()), b->GetDataSize());
     }
-    for (std::size_t i = 0; i < expected.size(); ++i)
-      ASSERT_EQ(head.ReadData(static_cast<int>(i)), static_cast<unsigned char>(expected[i]));
-  };
-  for (int block_size = 1; block_size < 10; ++block_size) {
-    LByteBuffer plain(block_size);
-    DerivedBuffer derived(block_size);
-    run(plain, block_size, false);
-    run(derived, block_size, true);
+    MODEL_CHECK(got == want);
+    MODEL_CHECK(blocks == (n == 0 ? 1 : (n + size - 1) / size));
+    MODEL_CHECK(head.GetBlock(blocks - 1) == (blocks > 1 ? head.GetLastBlock(&head) : nullptr));
+    MODEL_CHECK(head.GetBlock(blocks) == nullptr);
   }
 }
 
-TEST(LByteBuffer, BlocksWithoutStorageAndSplicedBlocks) {
-  LByteBuffer head(2), bare(nullptr);  // bare has no storage and takes no bytes
-  head.WriteData(Text("ab"));
-  EXPECT_EQ(LByteBuffer(&head).GetBlockSize(), 2);  // takes the size, is not linked
-  EXPECT_FALSE(head.GetNextBlock());
-  EXPECT_FALSE(bare.GetDataBlock());
-  EXPECT_FALSE(bare.WriteData('x'));
-  EXPECT_FALSE(bare.WriteData(0, 'x'));
+// A caller's class whose new block is the receiver itself: a full block that
+// takes nothing, where appending must stop.
+struct Refusing : LByteBuffer {
+  using LByteBuffer::LByteBuffer;
+  LByteBuffer* AllocateNewBlock() override { return this; }
+};
+
+TEST(LByteBuffer, OperationsMatchAString) { model::RunSeeds(RunBufferOps, 30, 300); }
+
+// Blocks made by hand: a size below 1 gives the default; the last block of
+// none is none; a new block goes in between, the next link kept; a block without storage
+// takes nothing; a class whose new block takes nothing ends appends and
+// copies there.
+TEST(LByteBuffer, BlocksMadeByHand) {
+  LByteBuffer head(2), bare(nullptr);
+  Refusing refusing(4);
+  head.WriteData(const_cast<char*>("abc"));
+  LByteBuffer* second = head.GetNextBlock();
+  EXPECT_EQ(LByteBuffer(-1).GetBlockSize(), 32000);
+  EXPECT_EQ(head.GetLastBlock(nullptr), nullptr);
+  EXPECT_EQ(head.AllocateNewBlock()->GetNextBlock(), second);
+  EXPECT_EQ(bare.WriteData(const_cast<char*>("xy")), &bare);
   bare.CopyBlock(&head);
-  EXPECT_EQ(bare.WriteData(Text("abc")), &bare);
   EXPECT_EQ(bare.GetTotalSize(), 0);
-  head.CopyBlock(nullptr);
-  head.WriteData(Text("cd"));
-  LByteBuffer* old_next = head.GetNextBlock();  // a new block goes in between
-  EXPECT_EQ(head.AllocateNewBlock()->GetNextBlock(), old_next);
-  EXPECT_EQ(Contents(&head), "abcd");
+  EXPECT_EQ(refusing.WriteData(const_cast<char*>("abcdef")), &refusing);
+  refusing.CopyBlock(&head);
+  EXPECT_EQ(refusing.GetTotalSize(), 4);
 }
 
-TEST(LByteBuffer, LongChainsAreFreedWithoutDeepRecursion) {
-  const std::string text(kLongChain, 'q');
-  LByteBuffer head(1), other(1);
-  head.WriteData(Text(text));
-  EXPECT_EQ(head.GetTotalSize(), kLongChain);
-  head.ClearBuffer();
-  EXPECT_EQ(head.GetNextBlock(), nullptr);
-  other.WriteData(Text(text));  // its destructor frees the chain
+// A chain of 100,000 blocks built, cleared and freed on a thread with a 64 KiB
+// stack: a walk that recursed per block would overflow it.
+TEST(LByteBuffer, LongChainsNeedNoStackDepth) {
+  pthread_attr_t attr;
+  pthread_t thread;
+  pthread_attr_init(&attr);
+  ASSERT_EQ(pthread_attr_setstacksize(&attr, 64 * 1024), 0);
+  auto walk = [](void*) -> void* {
+    std::string text(100'000, 'q');
+    LByteBuffer head(1), other(1);
+    head.WriteData(text.data());
+    other.WriteData(text.data());  // its destructor frees the chain
+    EXPECT_EQ(head.GetTotalSize(), 100'000);
+    head.ClearBuffer();
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_create(&thread, &attr, walk, nullptr), 0);
+  pthread_join(thread, nullptr);
 }

@@ -1,38 +1,37 @@
 #include <vq0300/LCirByteBuffer.h>
 
-#include <gtest/gtest.h>
+#include "ModelRun.h"
 
-#include <string>
-
-TEST(LCirByteBuffer, ReadsByStreamPositionAfterWrapping) {
-  LCirByteBuffer ring(4);
-  auto read = [&ring](int i) { return static_cast<char>(ring.ReadData(i)); };
-  for (char c : {'a', 'b', 'c', 'd', 'e'}) ring.WriteData(c);
-  ring.WriteData(static_cast<unsigned char>('f'));
-  EXPECT_EQ(ring.GetLinearIndex(), 6);
-  EXPECT_EQ(ring.GetCircularIndex(), 2);
-  // Slots e f c d: positions 0 and 4 share a slot; a negative one reads slot 0.
-  EXPECT_EQ((std::string{read(0), read(2), read(4), read(5), read(-5)}), "ecefe");
-  ring.ClearBuffer();  // the old bytes stay until overwritten
-  EXPECT_EQ(ring.GetLinearIndex(), 0);
-  EXPECT_EQ(ring.GetBlockSize(), 4);
-  EXPECT_EQ(read(3), 'd');
-  ring.Allocate(1);
-  ring.WriteData('x');
-  ring.WriteData('y');
-  EXPECT_EQ(ring.GetCircularIndex(), 0);
-  EXPECT_EQ(ring.GetLinearIndex(), 2);
-  EXPECT_EQ(read(0), 'y');
-}
-
-TEST(LCirByteBuffer, WithoutStorageNothingIsStoredOrRead) {
-  LCirByteBuffer fresh, ring(4);
-  ring.Allocate(-3);  // a size below 1 leaves a ring without storage, as new
-  for (LCirByteBuffer* r : {&fresh, &ring}) {
-    r->WriteData('a');
-    EXPECT_EQ(r->ReadData(0), 0);
-    EXPECT_EQ(r->GetBlockSize(), 0);
-    EXPECT_EQ(r->GetLinearIndex(), 0);
-    EXPECT_EQ(r->GetCircularIndex(), 0);
+// Writes, clears and new sizes (below 1 among them) against the byte each slot
+// holds and the count written: a write goes to slot count % size, a read of a
+// stream position to its slot, a negative position to slot 0, and a clear
+// leaves the slots as they were. Without storage nothing is kept and every
+// read gives 0.
+static void RunRingOps(model::OpInput& in) {
+  LCirByteBuffer ring;
+  std::vector<int> slots;  // -1 until written after the last Allocate
+  int written = 0;
+  while (!in.Done()) {
+    const int op = in.Int(0, 4), size = in.Edge({INT_MIN, -1, 0, 1}, 2, 6);
+    const auto b = static_cast<unsigned char>(in.Byte());
+    if (op == 0) {
+      ring.Allocate(size);
+      slots.assign(static_cast<size_t>(std::max(size, 0)), -1);
+      written = 0;
+    } else if (op == 1) {
+      ring.ClearBuffer();  // the slots keep their bytes
+      written = 0;
+    } else {
+      op == 2 ? ring.WriteData(b) : ring.WriteData(static_cast<char>(b));
+      if (!slots.empty()) slots[static_cast<size_t>(written++) % slots.size()] = b;
+    }
+    const int n = static_cast<int>(slots.size()), i = in.Index(2 * n);
+    MODEL_CHECK(ring.GetBlockSize() == n);
+    MODEL_CHECK(ring.GetLinearIndex() == written);
+    MODEL_CHECK(ring.GetCircularIndex() == (n > 0 ? written % n : 0));
+    const int slot = n > 0 ? slots[static_cast<size_t>(std::max(i, 0) % n)] : 0;
+    MODEL_CHECK(slot < 0 || ring.ReadData(i) == slot);
   }
 }
+
+TEST(LCirByteBuffer, OperationsMatchAModel) { model::RunSeeds(RunRingOps, 20, 300); }

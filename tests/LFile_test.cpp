@@ -1,249 +1,206 @@
-// LFile: states, the stored code and its texts, reading and writing, and the
-// format scan of WriteLine.
-#include <vq0300/LFile.h>
-
+// LFile beside a model of its states, its stored code and the files it reads
+// and writes; as tables, the codes and their texts, the failures of streams
+// that the model keeps sound, and the quirks of the format scan.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdint>
-#include <cstdio>
-#include <cstring>
-#include <string>
-#include <utility>
+#include <filesystem>
+#include <optional>
+#include <tuple>
 
-#include "TestSupport.h"
+#include "FormatModel.h"
 
 using testsupport::ReadFile;
 using testsupport::TempDir;
-using testsupport::WriteFile;
 
 namespace {
 
-// Stores any code, as a derived class using the hook below -100 would.
-class CodedFile : public LFile {
- public:
-  void Store(int code) { m_nErrorCode = code; }
-  char const* OnGetErrorMessage() override { return "derived text"; }
+// Mode texts with the flags Open raises (binary 1, read 2, write 4), or
+// minus the errno of a refused fopen.
+const std::pair<const char*, int> kModes[] = {
+    {"r", 2},  {"rb", 3},     {"w", 4},        {"wb", 5},      {"wt", 4},  {"a", 4},
+    {"ab", 5}, {"at", 4},     {"r+", 6},       {"w+", 6},      {"r+b", 7}, {"w+b", 7},
+    {"a+", 6}, {"", -EINVAL}, {"ba", -EINVAL}, {"+a", -EINVAL}};
+
+// The object as it should be, over the files "a" and "b" (nullopt while
+// missing); name 2 lies in a directory that does not exist.
+struct FileModel {
+  std::optional<std::string>* data;
+  bool stream = false, eof = false, append = false;
+  int flags = 0, code = 0, name = -1;
+  std::size_t pos = 0;
+
+  int Open(int which, const char* mode, int modeFlags, bool closeFirst) {
+    flags = 0;
+    if (which < 0) return code = LFILE_ERR_FILENAME;
+    if (stream && !closeFirst) return code = LFILE_ERR_CONFLICT;
+    if (stream && (Close(), code != 0)) return code;
+    if (modeFlags < 0) return code = -modeFlags;
+    if (which == 2 || (*mode == 'r' && !data[which])) return code = ENOENT;
+    if (*mode == 'w' || !data[which]) data[which] = "";
+    name = which, flags = modeFlags, stream = true, eof = false, append = *mode == 'a';
+    return pos = 0, 0;
+  }
+  int Close() { return stream = false, name = -1, 0; }
+  int Rewind() { return !stream ? code = -3 : (eof = false, pos = 0, code = 0); }
+  int ValidRead() { return code ? code : code = !stream ? -3 : !(flags & 2) ? -4 : eof ? -6 : 0; }
+  int ValidWrite() { return code ? code : code = !stream ? -3 : !(flags & 4) ? -5 : 0; }
+  // Up to n bytes from pos, ending behind a line end when line; the end of
+  // the file is met when fewer come and no line end stopped them.
+  std::string Take(int n, bool line) {
+    std::string out = data[name]->substr(pos, std::max(n, 0));
+    if (line && out.find('\n') != std::string::npos) out.resize(out.find('\n') + 1);
+    const bool stopped = line && !out.empty() && out.back() == '\n';
+    eof = eof || (static_cast<int>(out.size()) < n && !stopped);
+    return pos += out.size(), out;
+  }
+  int Put(const std::string& s) {
+    if (code = 0, ValidWrite() != 0) return code;
+    pos = append ? data[name]->size() : pos;
+    return data[name]->replace(pos, s.size(), s), pos += s.size(), 0;
+  }
 };
 
-// Raises mode flags the way a derived class may.
-class FlagFile : public LFile {
- public:
-  void Raise(std::uint8_t flags) { m_byMode |= flags; }
+void RunFileOps(model::OpInput& in) {
+  const TempDir dir;
+  const std::string names[] = {dir / "a", dir / "b", dir / "none/c"};
+  std::optional<std::string> files[2];
+  FileModel m{files};
+  std::optional<LFile> file(std::in_place);
+  char last = 0;  // 'r' or 'w': reads and writes meet only across a Rewind
+  while (!in.Done()) {
+    const int op = in.Int(0, 12), which = in.Int(-1, 3), n = in.Int(-1, 8);
+    const auto [mode, modeFlags] = kModes[in.Int(0, std::size(kModes) - 1)];
+    const std::string bytes = in.Bytes(6, "ab\n"), text = in.Text(4, "xy\n");
+    const int name = which == 3 ? m.name : which;  // 3: the object's own name
+    const char* path = which == 3 ? file->GetFilename() : name < 0 ? nullptr : names[name].c_str();
+    model::Step() = "operation " + std::to_string(op) + " on " + std::to_string(name) + " mode " +
+                    mode + " count " + std::to_string(n);
+    const char kind = op >= 9 ? 'w' : op >= 5 ? 'r' : 0;
+    if (kind && last && kind != last) MODEL_CHECK(file->Rewind() == m.Rewind());
+    last = op < 4 ? 0 : kind ? kind : last;
+    // The model first.
+    int expected = 0, result = 0;
+    std::string got(12, '-'), want = got, s;
+    if (op == 0) m = FileModel{files}, m.name = name;
+    if (op <= 1) expected = m.Open(name, mode, modeFlags, op == 0 || n & 1);
+    if (op == 4) expected = n & 1 ? m.ValidRead() : m.ValidWrite();
+    if (op >= 5 && op <= 8) {
+      expected = (m.code = 0, op == 8 && m.stream && m.eof) ? -1 : m.ValidRead();
+      const int count[] = {n, n + 2, 5998, 1};
+      s = expected ? "" : m.Take(count[op - 5], op == 6 || op == 7);
+    }
+    const std::string put[] = {std::string(1, bytes[0]), bytes.substr(0, std::max(n, 0)),
+                               (text + '\0').substr(0, std::max(n, 0)), std::to_string(n) + "|"};
+    if (op >= 9) expected = m.Put(put[op - 9]);
+    if (op == 5) want.replace(0, s.size(), s);
+    if (op == 6 && !s.empty()) want.replace(0, s.size() + 1, s.c_str(), s.size() + 1);
+    if (op == 7) want = s.empty() ? "-" : s.c_str();
+    if (op == 8) want[0] = expected ? '-' : s.empty() ? '\xFF' : s[0];
+    // Then the object.
+    LCString line("-");
+    const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
+    // The constructor has no result of its own.
+    if (op == 0) file.emplace(name < 0 ? nullptr : names[name].c_str(), mode), result = expected;
+    if (op == 1) result = file->Open(path, mode, n & 1);
+    if (op == 2) expected = m.Close(), result = file->Close();
+    if (op == 3) expected = m.Rewind(), result = file->Rewind();
+    if (op == 4) result = n & 1 ? file->ValidRead() : file->ValidWrite();
+    if (op == 5) result = file->Read(n, reinterpret_cast<unsigned char*>(&got[0]));
+    if (op == 6) result = file->ReadLine(n + 3, &got[0]);
+    if (op == 7) result = file->ReadLine(line), got = line.c_str();
+    if (op == 8) result = file->ReadChar(got[0]);
+    if (op == 9) result = file->WriteChar(bytes[0]);
+    if (op == 10) result = file->Write(std::min<int>(n, bytes.size()), data);
+    if (op == 11) result = file->Write(n, LCString(text.c_str()));
+    if (op == 12) result = file->WriteLine("%d|", n);
+    MODEL_CHECK(result == expected);
+    MODEL_CHECK(got == want);
+    MODEL_CHECK(file->GetErrorCode() == m.code);
+    MODEL_CHECK(file->IsOpen() == m.stream);
+    MODEL_CHECK(file->IsBinary() + 2 * file->IsRead() + 4 * file->IsWrite() == m.flags);
+    MODEL_CHECK(!file->IsAppend());  // Open never raises it
+    MODEL_CHECK(m.name < 0 ? !file->GetFilename() : names[m.name] == file->GetFilename());
+    for (int i = 0; i < 2 && !m.stream; ++i) {
+      MODEL_CHECK(std::filesystem::exists(names[i]) == files[i].has_value());
+      MODEL_CHECK(ReadFile(names[i]) == files[i].value_or(""));
+    }
+  }
+}
+
+// Stores codes and raises flags as a derived class may.
+struct Derived : LFile {
+  void Store(int code, std::uint8_t flags) { m_nErrorCode = code, m_byMode |= flags; }
+  char const* OnGetErrorMessage() override { return "derived"; }
 };
-
-// m_byMode of any LFile, read through the protected member's pointer.
-struct ModeReader : LFile {
-  static int Of(const LFile& f) { return f.*(&ModeReader::m_byMode); }
-};
-int ModeOf(const LFile& f) { return ModeReader::Of(f); }
-
-// "Empty", "Named" or "Open", the flags read, write, binary, append, and the
-// stored code, as "Open +-+- 0".
-std::string State(LFile& f) {
-  std::string out = f.IsOpen() ? "Open " : f.GetFilename() != nullptr ? "Named " : "Empty ";
-  for (bool flag : {f.IsRead(), f.IsWrite(), f.IsBinary(), f.IsAppend()}) out += flag ? '+' : '-';
-  return out + " " + std::to_string(f.GetErrorCode());
-}
-
-// A call's result and the state it leaves, as "0 Open +--- 0".
-std::string After(int result, LFile& f) { return std::to_string(result) + " " + State(f); }
-
-// One WriteLine on a fresh file: "result:bytes written".
-template <typename... Args>
-std::string Write(char const* format, Args... args) {
-  TempDir dir;
-  LFile file((dir / "out").c_str(), "w");
-  const int result = file.WriteLine(format, args...);
-  file.Close();
-  return std::to_string(result) + ":" + ReadFile(dir / "out");
-}
-
-// What the platform's snprintf makes of a format with correctly typed arguments.
-template <typename... Args>
-std::string Printf(char const* format, Args... args) {
-  char buffer[256];
-  std::snprintf(buffer, sizeof buffer, format, args...);
-  return std::string("0:") + buffer;
-}
 
 }  // namespace
 
-TEST(LFile, EveryCodeHasItsText) {
-  CodedFile file;
+TEST(LFile, OperationsFollowTheModel) { model::RunSeeds(RunFileOps, 20, 2000); }
+
+// Codes below -100 are the hook's; positive ones are errno values.
+TEST(LFile, CodesHaveTheirTexts) {
+  const std::pair<int, std::string> rows[] = {{0, "No Error!"},
+                                              {-1, "LFile conflict : Unable to open file."},
+                                              {-2, "Unsupported print format."},
+                                              {-3, "File not opened."},
+                                              {-4, "File not readable."},
+                                              {-5, "File not writable."},
+                                              {-6, "End Of File Reached."},
+                                              {-7, "Invalid Filename."},
+                                              {-8, "Unknown error."},
+                                              {-100, "Unknown error."},
+                                              {-101, "derived"},
+                                              {EACCES, std::strerror(EACCES)}};
+  Derived file;
   EXPECT_EQ(file.LFile::OnGetErrorMessage(), nullptr);
-  std::string texts;
-  for (int code : {0, -1, -2, -3, -4, -5, -6, -7, -8, -100, -101, EACCES}) {
-    file.Store(code);
-    texts += file.GetErrorMessage() + std::string("|");
+  for (const auto& [code, text] : rows) {
+    file.Store(code, 0);
+    EXPECT_EQ(file.GetErrorMessage(), text) << code;
   }
-  EXPECT_EQ(texts,
-            "No Error!|LFile conflict : Unable to open file.|Unsupported print format.|"
-            "File not opened.|File not readable.|File not writable.|End Of File Reached.|"
-            "Invalid Filename.|Unknown error.|Unknown error.|derived text|" +
-                std::string(std::strerror(EACCES)) + "|");  // positive: strerror, no stream
-}
-
-TEST(LFile, StatesAndTheStoredCodeThatStopsOpen) {
-  TempDir dir;
-  const std::string path = dir / "f", enoent = std::to_string(ENOENT);
-  LFile file((dir / "missing").c_str(), "r");
-  EXPECT_EQ(State(file), "Named ---- " + enoent);
-  // The code outlives Close, and a good Open does not touch it either.
-  EXPECT_EQ(After(file.Close(), file), "0 Empty ---- " + enoent);
-  WriteFile(path, "1");
-  EXPECT_EQ(After(file.Open(path.c_str(), "r", true), file), "0 Open +--- " + enoent);
-  EXPECT_EQ(file.ValidRead(), ENOENT);  // which tests nothing but the code
-  unsigned char byte = 0;
-  for (int expected : {0, 0, LFILE_ERR_EOF}) EXPECT_EQ(file.Read(1, &byte), expected);
-  // The old file is closed, the new one not opened.
-  EXPECT_EQ(After(file.Open(path.c_str(), "w", true), file), "-6 Empty ---- -6");
-  // With no stream held the code is not looked at; Rewind clears it.
-  EXPECT_EQ(file.Open(path.c_str(), "r", true), 0);
-  EXPECT_EQ(After(file.Rewind(), file), "0 Open +--- 0");
-  EXPECT_EQ(file.Open(path.c_str(), "w", true), 0);
-  EXPECT_EQ(After(file.Close(), file), "0 Empty -+-- 0");  // the flags outlive Close
-  LFile nameless(nullptr, "r");
-  EXPECT_EQ(State(nameless), "Empty ---- -7");
-}
-
-TEST(LFile, ModeTextsGiveTheFlagsOfTheirLetters) {
-  TempDir dir;
-  const std::string path = dir / "f";
-  WriteFile(path, "");
-  LFile file;
-  // Every letter counts wherever it stands; "a" adds write and nothing else.
-  // fopen refuses texts that do not start with r, w or a, and a refused
-  // Open leaves no flags.
-  struct Row {
-    char const* mode;
-    int result;
-    int flags;
-  };
-  const Row table[] = {{"r", 0, 2},        {"rb", 0, 3},     {"w", 0, 4},   {"a", 0, 4},
-                       {"wt", 0, 4},       {"at", 0, 4},     {"wb", 0, 5},  {"ab", 0, 5},
-                       {"r+", 0, 6},       {"w+", 0, 6},     {"a+", 0, 6},  {"r+b", 0, 7},
-                       {"rb+", 0, 7},      {"w+b", 0, 7},    {"a+b", 0, 7}, {"ba", EINVAL, 0},
-                       {"tab", EINVAL, 0}, {"+a", EINVAL, 0}};
-  for (const Row& row : table) {
-    file.Close();
-    EXPECT_EQ(file.Open(path.c_str(), row.mode, true), row.result) << row.mode;
-    EXPECT_EQ(ModeOf(file), row.flags) << row.mode;
-    EXPECT_FALSE(file.IsAppend()) << row.mode;
-  }
-}
-
-TEST(LFile, IsAppendReadsTheFlagAsItStands) {
-  TempDir dir;
-  FlagFile file;
-  ASSERT_EQ(file.Open((dir / "f").c_str(), "a", true), 0);
   EXPECT_FALSE(file.IsAppend());
-  file.Raise(LFILE_MODE_APPEND);
+  file.Store(0, LFILE_MODE_APPEND);  // only a derived class raises it
   EXPECT_TRUE(file.IsAppend());
-  EXPECT_TRUE(file.IsWrite());
-  ASSERT_EQ(file.Open((dir / "f").c_str(), "a+", true), 0);  // Open starts from no flags
-  EXPECT_FALSE(file.IsAppend());
 }
 
-TEST(LFile, ModeLettersGiveFlags) {
-  TempDir dir;
+TEST(LFile, StreamFailuresStoreTheirCodes) {
+  const TempDir dir;
   const std::string path = dir / "f";
-  LFile file;
-  for (const auto& [mode, state] : {std::pair{"wt", "0 Open -+-- 0"},
-                                    {"r", "0 Open +--- 0"},
-                                    {"a+b", "0 Open +++- 0"},
-                                    {"rb+", "0 Open +++- 0"}}) {
-    EXPECT_EQ(After(file.Open(path.c_str(), mode, true), file), state) << mode;
-  }
-  EXPECT_EQ(file.Open(file.GetFilename(), "r", true), 0);  // its own name is copied first
-  EXPECT_STREQ(file.GetFilename(), path.c_str());
-  // A refused Open wipes the flags of the stream it leaves open.
-  EXPECT_EQ(After(file.Open(path.c_str(), "r+", false), file), "-1 Open ---- -1");
-  EXPECT_EQ(file.Open(nullptr, "r", true), LFILE_ERR_FILENAME);
+  testsupport::WriteFile(path, "abc");
   unsigned char byte = 0;
-  EXPECT_EQ(file.Read(1, &byte), LFILE_ERR_NOT_READABLE);
-  EXPECT_EQ(file.WriteChar('x'), LFILE_ERR_NOT_WRITABLE);
-  EXPECT_STREQ(file.GetFilename(), path.c_str());
+  LCString text;
+  // fopen reads "rw" as "r" and "wr" as "w"; the object takes both as read
+  // and write, so the stream refuses the other direction (ferror).
+  LFile readOnly(path.c_str(), "rw"), writeOnly(path.c_str(), "wr"),
+      folder(dir.path().c_str(), "r");
+  EXPECT_EQ(readOnly.WriteLine("no ferror test for the last piece"), 0);
+  EXPECT_GT(readOnly.WriteLine("x%d", 1), 0);
+  EXPECT_GT(LFile(path.c_str(), "rw").WriteLine("%d", 1), 0);
+  EXPECT_GT(readOnly.WriteChar('x'), 0);
+  EXPECT_GT(writeOnly.Read(1, &byte), 0);
+  EXPECT_GT(folder.ReadLine(text), 0);
+  // A failed fclose drops the stream and keeps the name until the next Close.
+  LFile full("/dev/full", "w");
+  EXPECT_EQ(full.WriteChar('x'), 0);
+  EXPECT_EQ(full.Close(), ENOSPC);
+  EXPECT_STREQ(full.GetFilename(), "/dev/full");
+  EXPECT_FALSE(full.IsOpen());
+  EXPECT_EQ(full.Close(), 0);
+  EXPECT_EQ(full.GetFilename(), nullptr);
 }
 
-TEST(LFile, ReadingToTheEnd) {
-  TempDir dir;
-  const std::string path = dir / "f";
-  WriteFile(path, "abcdef\n");
+TEST(LFile, LongLinesAndProbesOfTheFileSystem) {
+  const TempDir dir;
+  const std::string path = dir / "f", probe = dir / "40.88.26.60.71";
+  // A line longer than ReadLine(LCString&) takes arrives over several calls.
+  testsupport::WriteFile(path, std::string(7000, 'x') + "\n");
   LFile lines(path.c_str(), "r");
-  char buffer[8] = "";
-  LCString text;
-  EXPECT_EQ(lines.ReadLine(4, buffer), 0);
-  EXPECT_EQ(lines.ReadLine(text), 0);
-  EXPECT_EQ(lines.ReadLine(sizeof buffer, buffer), 0);  // nothing left, buffer kept
-  EXPECT_EQ(lines.ReadLine(text), LFILE_ERR_EOF);
-  EXPECT_EQ(buffer + std::string("|") + text.c_str(), "abc|def\n");
-  // ReadChar stores 0xFF at the end, then gives -1 where Read and ReadLine give -6.
-  char c = 0;
-  std::string chars;
-  LFile bytes(path.c_str(), "rb");
-  int result = 0;
-  while ((result = bytes.ReadChar(c)) == 0) chars += c;
-  EXPECT_EQ(chars + " " + After(result, bytes), "abcdef\n\xFF -1 Open +-+- 0");
-  EXPECT_EQ(bytes.Rewind(), 0);
-  EXPECT_EQ(bytes.ReadChar(c), 0);
-  EXPECT_EQ(c, 'a');
-  EXPECT_EQ(LFile().ReadChar(c), LFILE_ERR_NOT_OPEN);
-  // A longer line than ReadLine(LCString&) takes arrives over several calls.
-  WriteFile(path, std::string(7000, 'x') + "\n");
-  LFile longer(path.c_str(), "r");
   std::string lengths;
-  while (longer.ReadLine(text) == 0) lengths += std::to_string(text.GetLength()) + " ";
-  EXPECT_EQ(lengths, "5998 1003 1003 ");  // the third call delivers nothing
-}
-
-TEST(LFile, WritesReachTheFile) {
-  TempDir dir;
-  const std::string path = dir / "f";
-  LFile file(path.c_str(), "wb");
-  const unsigned char bytes[] = {'a', 0, 'b'};
-  EXPECT_EQ(file.WriteChar('<'), 0);
-  EXPECT_EQ(file.Write(3, bytes), 0);
-  // An LCString gives count bytes of its buffer, NUL bytes included, but no
-  // more than the buffer holds with its terminator.
-  EXPECT_EQ(file.Write(2, LCString("xyz")), 0);
-  EXPECT_EQ(file.Write(2, LCString(3)), 0);
-  EXPECT_EQ(file.Write(100, LCString("q")), 0);
-  EXPECT_EQ(file.Close(), 0);
-  EXPECT_EQ(ReadFile(path), std::string("<a\0bxy\0\0q\0", 10));
-  EXPECT_EQ(LFile(path.c_str(), "r").Write(1, LCString("x")), LFILE_ERR_NOT_WRITABLE);
-}
-
-TEST(LFile, StreamErrorsAreStoredAsFerror) {
-  TempDir dir;
-  const std::string path = dir / "f";
-  WriteFile(path, "abc");
-  // fopen reads the first letter only: "rw" opens read-only, "wr" write-only,
-  // while the object takes both as readable and writable.
-  unsigned char byte = 0;
   LCString text;
-  EXPECT_GT(LFile(path.c_str(), "rw").WriteChar('x'), 0);
-  EXPECT_GT(LFile(path.c_str(), "wr").Read(1, &byte), 0);
-  EXPECT_GT(LFile(dir.path().c_str(), "r").ReadLine(text), 0);  // a directory
-  // WriteLine tests every piece and value but the last piece.
-  LFile file(path.c_str(), "rw");
-  EXPECT_EQ(file.WriteLine("text only"), 0);
-  EXPECT_EQ(file.WriteLine("x%d", 1), 1);  // the indicator stands: the first piece fails
-  EXPECT_EQ(LFile(path.c_str(), "rw").WriteLine("%d", 1), 1);  // the value fails
-}
-
-TEST(LFile, FailedCloseDropsTheStreamOnce) {
-  LFile file("/dev/full", "w");
-  const std::string enospc = std::to_string(ENOSPC);
-  EXPECT_EQ(file.WriteChar('x'), 0);  // buffered: the flush in fclose fails
-  EXPECT_EQ(After(file.Close(), file), enospc + " Named -+-- " + enospc);
-  EXPECT_EQ(After(file.Close(), file), "0 Empty -+-- " + enospc);  // no stream left to close
-}
-
-TEST(LFile, ProbesOfTheFileSystem) {
-  TempDir dir;
-  const std::string probe = dir / "40.88.26.60.71";
-  WriteFile(probe, "old");
+  while (lines.ReadLine(text) == 0) lengths += std::to_string(text.GetLength()) + " ";
+  EXPECT_EQ(lengths, "5998 1003 1003 ");  // the third call delivers nothing
+  testsupport::WriteFile(probe, "old");
   EXPECT_EQ(LFile::exists(probe.c_str()), 1);
   EXPECT_EQ(LFile::IsDirectoryWritable((dir.path() + "/").c_str()), 1);
   EXPECT_EQ(LFile::exists(probe.c_str()), 0);  // truncated and removed
@@ -251,43 +208,24 @@ TEST(LFile, ProbesOfTheFileSystem) {
   EXPECT_EQ(LFile::exists(nullptr) + LFile::IsDirectoryWritable(nullptr), 0);
 }
 
-TEST(WriteLine, PiecesAndConversions) {
-  EXPECT_EQ(Write("%d items\n", 3), "0:3 items\n");
-  EXPECT_EQ(Write("a=%5.2f b=%s\n", 1.5, "x"), "0:a= 1.50 b=x\n");
-  EXPECT_EQ(Write("%s", "100%d"), "0:100%d");  // the text is data, never a format
-  EXPECT_EQ(Write("%s", static_cast<char const*>(nullptr)), "0:(null)");
-  EXPECT_EQ(Write("[%-8d|%08.3f|%.3s|%X|%#x|%+e]", 42, 3.14159, "abcdef", 255, 255, 1.5),
-            Printf("[%-8d|%08.3f|%.3s|%X|%#x|%+e]", 42, 3.14159, "abcdef", 255, 255, 1.5));
-  // A conversion runs to the first letter of "dfxXes", which alone takes the argument.
-  EXPECT_EQ(Write("50%% done\n", 7), "0:50% done\n");  // "%% d" shows no argument
-  EXPECT_EQ(Write("%c done\n", 'A'), "0:A done\n");    // "%c d" with an int
-  EXPECT_EQ(Write("%g e|%% %d", 2.5, 5), "0:2.5 e|% 5");
-  EXPECT_EQ(Write("%u\n", 1), "-2:");
-  EXPECT_EQ(Write("%d and %q", 7), "-2:7");  // " and " is not written
-  EXPECT_EQ(Write("abc%"), "-2:");
-  // The int is a 32-bit pattern; l ll j z t widen it unsigned.
-  EXPECT_EQ(Write("%ld %lld %jd %zd %tx", -1, -1, -1, -1, -1),
-            "0:4294967295 4294967295 4294967295 4294967295 ffffffff");
-  EXPECT_EQ(Write("%d %x %hd %hhx %.2lf", -1, -1, 65537, 511, 2.5),
-            Printf("%d %x %hd %hhx %.2f", -1, -1, 65537, 511, 2.5));
-}
-
-TEST(WriteLine, UnsafeConversionsFailBeforeTheirText) {
-  for (const char* format : {"ab%*d", "ab%.*d", "ab%nd", "ab%p s", "ab%Lf", "ab%ls", "ab%lc d",
-                             "ab%.2c d", "ab%#d", "ab%0s", "ab%1$d", "ab%c %d", "ab%c e", "ab%i s",
-                             "ab%5%d", "ab%2147483648d", "ab%'d", "ab%hhf"}) {
-    EXPECT_EQ(Write(format, 1), "-2:") << format;
+TEST(WriteLine, LimitsOfTheFormatScan) {
+  const TempDir dir;
+  const std::string zeros(251, '0');
+  // What the seeded run meets seldom or never: a two-character conversion
+  // ahead of a refused one, "hh", numbers past INT_MAX, formats of 255
+  // characters, a null format, and readiness tested before the format.
+  const std::tuple<std::string, int, int, std::string> rows[] = {
+      {"%d and %q", 7, -2, "7"},           // " and " is not written
+      {"%hhx|%hd", 0x100FF, 0, "ff|255"},  // the int narrowed
+      {"ab%2147483648d", 7, -2, ""},       // refused before its text
+      {"%" + zeros + "1d", 7, 0, "7"},     // 254 characters
+      {"%0" + zeros + "1d", 7, -2, ""}};
+  for (const auto& [format, argument, result, written] : rows) {
+    EXPECT_EQ(LFile((dir / "f").c_str(), "w").WriteLine(format.c_str(), argument, argument), result)
+        << format;
+    EXPECT_EQ(ReadFile(dir / "f"), written) << format;
   }
-  EXPECT_EQ(Write(("%" + std::string(251, '0') + "1d").c_str(), 7), "0:7");  // 254 characters
-  EXPECT_EQ(Write(("%" + std::string(252, '0') + "1d").c_str(), 7), "-2:");
-  EXPECT_EQ(Write(static_cast<char const*>(nullptr)), "-2:");
-}
-
-TEST(WriteLine, ReadinessComesBeforeTheFormat) {
-  TempDir dir;
-  EXPECT_EQ(LFile().WriteLine("%u"), LFILE_ERR_NOT_OPEN);
-  LFile file((dir / "f").c_str(), "w");
-  EXPECT_EQ(file.WriteLine("%u"), LFILE_ERR_FORMAT);
-  EXPECT_EQ(file.WriteLine("fine"), 0);  // the old code does not block
+  EXPECT_EQ(LFile((dir / "f").c_str(), "w").WriteLine(nullptr), LFILE_ERR_FORMAT);
+  EXPECT_EQ(LFile().WriteLine("%u"), LFILE_ERR_NOT_OPEN);  // readiness before the format
   EXPECT_EQ(LFile((dir / "f").c_str(), "r").WriteLine("%u"), LFILE_ERR_NOT_WRITABLE);
 }

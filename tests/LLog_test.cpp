@@ -1,75 +1,76 @@
+// LLog beside a model of the log files it should leave, and the copies of
+// path and mode that an object holds.
 #include <vq0300/LLog.h>
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <new>
+#include <optional>
 #include <regex>
-#include <string>
 
+#include "ModelRun.h"
 #include "TestSupport.h"
 
-using testsupport::ReadFile;
-using testsupport::TempDir;
+static std::size_t g_requested = 0;  // bytes asked of operator new so far
 
-namespace {
+// This program counts the bytes that operator new hands out: the only sign
+// of the mode's copy, which no later call reads (messages open with "a").
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  g_requested += size;
+  if (void* block = std::malloc(size)) return block;
+  throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
 
-// The file's text with every time stamp (asctime's layout and two blanks)
-// replaced by "@".
-std::string Log(const std::string& path) {
-  static const std::regex stamp(
-      "[A-Z][a-z]{2} [A-Z][a-z]{2} [ 0-9][0-9] [0-9]{2}:[0-9]{2}:[0-9]{2} [0-9]{4}  ");
-  return std::regex_replace(ReadFile(path), stamp, "@");
+TEST(LLog, HoldsCopiesOfPathAndMode) {
+  const testsupport::TempDir dir;
+  const std::string path = dir / "log", mode = "a" + std::string(40, 'b');  // 'b' means nothing
+  const std::size_t before = g_requested;
+  const LLog log(path.c_str(), mode.c_str());
+  if (g_requested == before) GTEST_SKIP() << "operator new is not this program's (valgrind)";
+  EXPECT_GE(g_requested - before, path.size() + mode.size() + 2);
+  EXPECT_EQ(log.GetLogFilename(), path);
 }
 
-}  // namespace
-
-TEST(LLog, NullOrEmptyPathOrModeChangesNothing) {
-  TempDir dir;
-  const std::string path = dir / "log.txt";
-  EXPECT_FALSE(LLog().IsOpen());
-  using Args = std::pair<const char*, const char*>;
-  for (const auto& [name, mode] :
-       {Args{path.c_str(), ""}, Args{path.c_str(), nullptr}, Args{"", "w"}, Args{nullptr, "w"}}) {
-    EXPECT_STREQ(LLog(name, mode).GetLogFilename(), "");
-  }
-  EXPECT_FALSE(std::filesystem::exists(path));
-  LLog kept(path.c_str(), "a");
-  kept.SetLogFilename((dir / "other").c_str(), "");
-  EXPECT_EQ(kept.GetLogFilename(), path);
-}
-
-TEST(LLog, ModeActsOnceAndRecordsAppend) {
-  TempDir dir;
-  const std::string path = dir / "log.txt";
-  testsupport::WriteFile(path, "old\n");
-  LLog append(path.c_str(), "a");
-  EXPECT_EQ(ReadFile(path), "old\n");
-  LLog log(path.c_str(), "w");
-  EXPECT_EQ(ReadFile(path), "");
-  log.LogHeader("Tool v1");
-  log.WriteMessage(nullptr);
-  log.WriteMessage("50%% done, %d left\n");  // a format that reads no argument
-  log.WriteMessage2("50%% raw\n");
-  EXPECT_EQ(Log(path),
-            "\t\t\tKorvane Semiconductor Corporation\n\t\t\tTool v1\n\n@@50% done, %d left\n"
-            "@50%% raw\n");
-}
-
-TEST(LLog, IsOpenAndClearCreateTheFile) {
-  TempDir dir;
-  const std::string path = dir / "log.txt", lost = dir / "missing/log.txt";
-  LLog log(path.c_str(), "a"), nowhere(lost.c_str(), "w");
-  std::filesystem::remove(path);
-  EXPECT_TRUE(log.IsOpen());
-  EXPECT_TRUE(std::filesystem::exists(path));
-  log.WriteMessage2("text");
-  log.Clear();
-  EXPECT_TRUE(std::filesystem::exists(path));
-  EXPECT_TRUE(ReadFile(path).empty());
-  // A missing directory: the path is kept, and every write is lost.
-  nowhere.WriteMessage("x");
-  nowhere.Clear();
-  EXPECT_EQ(nowhere.GetLogFilename(), lost);
-  EXPECT_FALSE(nowhere.IsOpen());
-  EXPECT_FALSE(std::filesystem::exists(lost));
+TEST(LLog, RecordsFollowTheModel) {
+  const auto run = [](model::OpInput& in) {
+    static const std::regex stamp("[A-Z][a-z]{2} [A-Z][a-z]{2} [ 0-9][0-9] [0-9:]{8} [0-9]{4}  ");
+    const testsupport::TempDir dir;
+    const std::string names[] = {dir / "log", dir / "none/log", ""};
+    const char* const modes[] = {"a", "w", "", nullptr};
+    std::optional<std::string> file;  // names[0]; the others are never created
+    std::string path;
+    LLog log;
+    while (!in.Done()) {
+      const int op = in.Int(0, 5), which = in.Int(0, 3);
+      const char* const mode = modes[in.Int(0, 3)];
+      const bool null = in.Int(0, 7) == 0;  // a null text counts as an empty one
+      const std::string text = null ? "" : in.Text(6, "%%d a\n");
+      const char* const t = null ? nullptr : text.c_str();
+      const bool here = path == names[0];
+      model::Step() = "operation " + std::to_string(op) + " with \"" + text + "\"";
+      if (op == 0) log.SetLogFilename(which < 3 ? names[which].c_str() : nullptr, mode);
+      if (op == 0 && which < 2 && mode && *mode) path = names[which];
+      if (op == 0 && which == 0 && mode && *mode) file = *mode == 'w' ? "" : file.value_or("");
+      if (op > 0 && here) file = op == 4 ? "" : file.value_or("");  // opened, or made anew
+      if (op == 1) log.LogHeader(t);
+      if (op == 1 && here)
+        *file += "\t\t\tKorvane Semiconductor Corporation\n\t\t\t" + text + "\n\n";
+      if (op == 2) log.WriteMessage(t);  // "%%" is one "%", nothing else changes
+      if (op == 2 && here) *file += "@" + std::regex_replace(text, std::regex("%%"), "%");
+      if (op == 3) log.WriteMessage2(t);
+      if (op == 3 && here) *file += "@" + text;
+      if (op == 4) log.Clear();
+      if (op == 5) MODEL_CHECK(log.IsOpen() == here);
+      MODEL_CHECK(log.GetLogFilename() == path);
+      MODEL_CHECK(std::filesystem::exists(names[0]) == file.has_value());
+      MODEL_CHECK(std::regex_replace(testsupport::ReadFile(names[0]), stamp, "@") ==
+                  file.value_or(""));
+      MODEL_CHECK(!std::filesystem::exists(names[1]));
+    }
+  };
+  model::RunSeeds(run, 10, 400);
 }

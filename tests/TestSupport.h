@@ -4,7 +4,6 @@
 #ifndef VQ0300_TESTS_TESTSUPPORT_H
 #define VQ0300_TESTS_TESTSUPPORT_H
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -12,7 +11,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 
 namespace testsupport {
@@ -57,7 +55,9 @@ class WorkingDirGuard {
   std::filesystem::path path_;
 };
 
+// Removes the file first: truncating a file that exists costs a flush here.
 inline void WriteFile(const std::string& path, const std::string& content) {
+  std::remove(path.c_str());
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   out << content;
 }
@@ -72,17 +72,11 @@ inline std::string ReadFile(const std::string& path) {
 // of the library through printf-family calls is seen as well.
 class CaptureStream {
  public:
-  explicit CaptureStream(FILE* stream) : stream_(stream) {
+  explicit CaptureStream(FILE* stream) : stream_(stream), file_(std::tmpfile()) {
     std::fflush(stream_);
-    fd_ = fileno(stream_);
-    saved_ = dup(fd_);
-    std::string pattern =
-        (std::filesystem::temp_directory_path() / "vq0300-capture-XXXXXX").string();
-    int tmp = mkstemp(pattern.data());
-    if (tmp < 0 || saved_ < 0) std::abort();
-    path_ = pattern;
-    dup2(tmp, fd_);
-    close(tmp);
+    saved_ = dup(fileno(stream_));
+    if (file_ == nullptr || saved_ < 0) std::abort();
+    dup2(fileno(file_), fileno(stream_));
   }
   ~CaptureStream() { Release(); }
   CaptureStream(const CaptureStream&) = delete;
@@ -90,22 +84,22 @@ class CaptureStream {
 
   // Restores the stream and returns everything written while captured.
   std::string Release() {
-    if (saved_ >= 0) {
+    if (file_ != nullptr) {
       std::fflush(stream_);
-      dup2(saved_, fd_);
+      dup2(saved_, fileno(stream_));
       close(saved_);
-      saved_ = -1;
-      text_ = ReadFile(path_);
-      std::remove(path_.c_str());
+      std::rewind(file_);
+      for (int c; (c = std::fgetc(file_)) != EOF;) text_ += static_cast<char>(c);
+      std::fclose(file_);
+      file_ = nullptr;
     }
     return text_;
   }
 
  private:
   FILE* stream_;
-  int fd_ = -1;
-  int saved_ = -1;
-  std::string path_;
+  FILE* file_;
+  int saved_;
   std::string text_;
 };
 

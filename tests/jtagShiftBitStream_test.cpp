@@ -1,43 +1,42 @@
 #include <vq0300/jtagShiftBitStream.h>
 
-#include <gtest/gtest.h>
+#include "ModelRun.h"
 
-#include <climits>
-
-TEST(jtagShiftBitStream, BitSizeSetsTheByteCount) {
-  jtagShiftBitStream stream, fresh;  // fresh: no buffer, as 0 bytes
-  for (int bits : {1, 8, 9, 17}) {
-    stream.InitBuffer(bits);
-    EXPECT_TRUE(stream.GetBufferBitSize() == bits && stream.SequentialWrite(0x11));
-    EXPECT_EQ(stream.ReadByte((bits - 1) / 8), 0x11) << bits;  // written on the last byte
-    EXPECT_FALSE(stream.WriteByte((bits + 7) / 8, 0)) << bits;
-  }
-  stream.InitBuffer(-5);  // a negative bit count is taken as 0
-  EXPECT_TRUE(stream.GetBufferBitSize() == 0 && !stream.WriteByte(0, 1) &&
-              !stream.SequentialWrite(1));
-  EXPECT_TRUE(fresh.ReadByte(0) == 0 && !fresh.WriteByte(5, 1));
-}
-
-TEST(jtagShiftBitStream, SequentialCallsRunFromTheLastByteDown) {
+// Every call against a model of the bytes (-1 until written) and the cursor:
+// (bits + 7) / 8 bytes and the cursor on the last after InitBuffer and
+// ResetIndex; a read moves the cursor to its index, hit or miss; a failed
+// write puts it on the nearest end; the sequential calls work at the cursor
+// and step down, a read always (not below INT_MIN), a write on success only.
+static void RunStreamOps(model::OpInput& in) {
   jtagShiftBitStream stream;
-  stream.InitBuffer(24);
-  for (unsigned char c : {'a', 'b', 'c'}) EXPECT_TRUE(stream.SequentialWrite(c));
-  EXPECT_FALSE(stream.SequentialWrite('d'));  // cursor back on 0
-  EXPECT_TRUE(stream.ReadByte(0) == 'c' && stream.ReadByte(2) == 'a');
-  stream.ResetIndex();
-  for (unsigned char c : {'a', 'b', 'c', '\0', '\0'}) EXPECT_EQ(stream.SequentialRead(), c);
-  EXPECT_FALSE(stream.SequentialWrite('x'));
-  EXPECT_TRUE(stream.SequentialWrite('z'));  // the one after overwrites byte 0
-  EXPECT_EQ(stream.ReadByte(0), 'z');
-
-  // A failed read leaves the cursor outside; a failed write pulls it back to
-  // the nearest end.
-  EXPECT_EQ(stream.ReadByte(7), 0);
-  EXPECT_EQ(stream.SequentialRead(), 0);  // still outside, at 7
-  EXPECT_FALSE(stream.WriteByte(7, 'x'));
-  EXPECT_EQ(stream.SequentialRead(), 'a');  // pulled back to the last byte, 2
-  EXPECT_FALSE(stream.WriteByte(-1, 'x'));
-  EXPECT_EQ(stream.SequentialRead(), 'z');  // pulled back to 0
-  EXPECT_EQ(stream.ReadByte(INT_MIN), 0);
-  EXPECT_EQ(stream.SequentialRead(), 0);  // the cursor stops at INT_MIN
+  std::vector<int> bytes;
+  int bits = 0, cursor = 0;
+  while (!in.Done()) {
+    const int op = in.Int(0, 5), n = static_cast<int>(bytes.size());
+    const int k = op == 2 || op == 4 ? in.Index(n) : cursor;  // positioned, or at the cursor
+    const bool inside = k >= 0 && k < n;
+    const auto b = static_cast<unsigned char>(in.Byte());
+    if (op == 0) {
+      bits = in.Edge({INT_MIN, -1, 0, 1, 8, 9}, 0, 30);
+      stream.InitBuffer(bits);
+      bits = std::max(bits, 0);
+      bytes.assign(static_cast<size_t>((bits + 7) / 8), -1);
+      cursor = static_cast<int>(bytes.size()) - 1;
+    } else if (op == 1) {
+      stream.ResetIndex();
+      cursor = n - 1;
+    } else if (op < 4) {
+      const int got = op == 2 ? stream.ReadByte(k) : stream.SequentialRead();
+      const int want = inside ? bytes[static_cast<size_t>(k)] : 0;
+      MODEL_CHECK(want < 0 || got == want);
+      cursor = op == 2 || k == INT_MIN ? k : k - 1;
+    } else {
+      MODEL_CHECK((op == 4 ? stream.WriteByte(k, b) : stream.SequentialWrite(b)) == inside);
+      if (inside) bytes[static_cast<size_t>(k)] = b;
+      cursor = inside ? k - (op == 5 ? 1 : 0) : (k < 0 ? 0 : n - 1);
+    }
+    MODEL_CHECK(stream.GetBufferBitSize() == bits);
+  }
 }
+
+TEST(jtagShiftBitStream, OperationsMatchAModel) { model::RunSeeds(RunStreamOps, 20, 400); }

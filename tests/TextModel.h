@@ -1,0 +1,249 @@
+// The string classes beside models built on std::string. RunLStringOps and
+// RunLCStringOps decode numbered operations from an OpInput and check every
+// result; a failure names the operation by its number in the decoder.
+// LCString_test runs both over fixed seeds, fuzz/LString_fuzz and
+// fuzz/LCString_fuzz over fuzzer input.
+#ifndef VQ0300_TESTS_TEXTMODEL_H
+#define VQ0300_TESTS_TEXTMODEL_H
+
+#include <vq0300/LCString.h>
+#include <vq0300/LString.h>
+#include <vq0300/StringRoutines.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ModelRun.h"
+
+namespace text_model {
+
+// A byte of an alphabet where texts meet and the white-space and case
+// boundaries stand, NUL among them; Bytes gives up to max of them.
+inline char Char(model::OpInput& in) { return "aabbab\0 !~\x7f\x80zAZ_"[in.Int(0, 15)]; }
+inline std::string Bytes(model::OpInput& in, int max) {
+  std::string s(static_cast<std::size_t>(in.Int(0, max)), '\0');
+  for (char& c : s) c = Char(in);
+  return s;
+}
+
+// A heap copy of s with its terminator and nothing more, so reads past it show.
+inline std::vector<char> Heap(const std::string& s) { return {&s[0], &s[s.size()] + 1}; }
+
+inline int Pos(std::size_t p, int base = 0) { return p == std::string::npos ? -1 : base + int(p); }
+
+// s without its leading (or trailing) white space: every byte outside '!' to '~'.
+inline bool IsWhite(char c) { return static_cast<unsigned char>(c) - 0x21u > 0x7Eu - 0x21u; }
+inline std::string Trimmed(std::string s, bool left) {
+  if (left) return s.erase(0, std::find_if_not(s.begin(), s.end(), IsWhite) - s.begin());
+  return s.erase(std::find_if_not(s.rbegin(), s.rend(), IsWhite).base() - s.begin());
+}
+
+// ASCII case mapping: the 26 letters from `from` on move to `to` on.
+inline std::string Mapped(std::string s, char from = 'a', char to = 'A') {
+  for (char& c : s) c = c >= from && c <= from + 25 ? static_cast<char>(c - from + to) : c;
+  return s;
+}
+
+// count bytes from start: a negative start counts as 0, a range past the end
+// is cut there, a count below 1 or a start at the end gives nothing.
+inline std::string Cut(const std::string& s, int start, int count) {
+  start = std::max(start, 0);
+  return count < 1 || start >= static_cast<int>(s.size()) ? "" : s.substr(start, count);
+}
+
+// LString on texts with no NUL, each in a heap block of its own size; about
+// one pointer in sixteen is null. The free routines of StringRoutines.h that
+// have an oracle run here too.
+inline void RunLStringOps(model::OpInput& in) {
+  LString ls;
+  while (!in.Done()) {
+    const int op = in.Int(0, 16);
+    model::Step() = "operation " + std::to_string(op);
+    const std::string raw = Bytes(in, 8), s = raw.c_str(), sub = in.Text(3, "ab");
+    const int len = static_cast<int>(s.size()), x = in.Index(len), y = in.Index(len);
+    const char ch = Char(in);
+    auto hs = Heap(s), hsub = Heap(sub);
+    char* src = in.Int(0, 15) == 0 ? nullptr : hs.data();
+    char const* arg = in.Int(0, 15) == 0 ? nullptr : hsub.data();
+    // std::string's searches, a NUL character standing for the empty text.
+    const std::string as_text(ch == '\0' ? 0 : 1, ch);
+    const int found[] = {Pos(s.find(sub)),  Pos(s.find(as_text)),  Pos(s.find_first_of(sub)),
+                         Pos(s.rfind(sub)), Pos(s.rfind(as_text)), Pos(s.find_last_of(sub))};
+    const int got[] = {ls.Find(src, arg),       ls.Find(src, ch),
+                       ls.FindOneOf(src, arg),  ls.ReverseFind(src, arg),
+                       ls.ReverseFind(src, ch), ls.ReverseFindOneOf(src, arg)};
+    const bool miss = src == nullptr || s.empty() || (arg == nullptr && op != 1 && op != 4);
+    if (op < 6) MODEL_CHECK(got[op] == (miss ? -1 : found[op]));
+    // Left, Right and Mid into a block of the result's size filled with '#',
+    // into src itself, or into null; a null src writes nothing.
+    const int from = op == 6 ? 0 : op == 7 ? len - std::min(std::max(x, 0), len) : x;
+    const std::string want = Cut(s, from, op == 8 ? y : x);
+    std::string block(want.size() + 1, '#'), changed = raw;
+    char* dst = in.Bool() ? src : in.Bool() ? nullptr : &block[0];
+    if (op == 6) ls.Left(dst, src, x);
+    if (op == 7) ls.Right(dst, src, x);
+    if (op == 8) ls.Mid(dst, src, x, y);
+    if (op >= 6 && op <= 8 && dst == &block[0])
+      MODEL_CHECK(block == (src ? want + '\0' : std::string(want.size() + 1, '#')));
+    if (op >= 6 && op <= 8 && src) MODEL_CHECK(src == (dst == src ? want : s));
+    // TrimRight overwrites what it removes with NUL.
+    const std::string kept = Trimmed(s, false), nuls(s.size() + 1 - kept.size(), '\0');
+    if (op == 9) ls.TrimLeft(src);
+    if (op == 9 && src) MODEL_CHECK(src == Trimmed(s, true));
+    if (op == 10) ls.TrimRight(src);
+    if (op == 10 && src) MODEL_CHECK(std::string(src, s.size() + 1) == kept + nuls);
+    // The case mappings and strrev on changed, a copy of raw: the char* forms
+    // stop at the first NUL, the std::string forms go by size.
+    const std::string rest = raw.substr(s.size());
+    if (op == 11) MODEL_CHECK(strupr(&changed[0]) == &changed[0]);
+    if (op == 12) MODEL_CHECK(strlwr(&changed[0]) == &changed[0]);
+    if (op == 13) strupr(changed);
+    if (op == 14) strlwr(changed);
+    if (op == 15) strrev(&changed[0]);
+    const std::string mapped[] = {Mapped(s) + rest, Mapped(s, 'A', 'a') + rest, Mapped(raw),
+                                  Mapped(raw, 'A', 'a'), std::string(s.rbegin(), s.rend()) + rest};
+    if (op >= 11 && op <= 15) MODEL_CHECK(changed == mapped[op - 11]);
+    if (op == 16) {
+      // itoa against std::to_chars, whose letters are lower case.
+      const int value = in.Int(INT_MIN, INT_MAX) >> in.Int(0, 31), base = in.Int(2, 36);
+      char digits[40] = {}, buffer[40];
+      std::to_chars(digits, digits + sizeof digits, value, base);
+      MODEL_CHECK(itoa(value, buffer, base) == buffer + std::strlen(digits));
+      MODEL_CHECK(buffer == Mapped(digits));
+    }
+  }
+}
+
+// An LCString beside its model: the counted view, and where AddString writes
+// next (L - 1 after a copy, operator=, += or a constructor from a text).
+struct Slot {
+  std::unique_ptr<LCString> s = std::make_unique<LCString>();
+  std::string bytes;
+  int add = 0;
+  int Length() const { return static_cast<int>(bytes.size()); }
+  void Hold(std::string want, bool full) { bytes = std::move(want), add = full ? Length() - 1 : 0; }
+  // Takes a string made from a prvalue, whose add position no copy has reset.
+  void Set(LCString* p, std::string want, bool full = false) { s.reset(p), Hold(want, full); }
+};
+
+// Three strings; after every operation each has its length, counted bytes and
+// terminator checked. The add position shows whenever AddString runs.
+inline void RunLCStringOps(model::OpInput& in) {
+  int (LCString::*const by_text[])(char const*) = {
+      &LCString::Find, &LCString::FindOneOf, &LCString::ReverseFind, &LCString::ReverseFindOneOf};
+  int (LCString::*const by_string[])(LCString const&) = {
+      &LCString::Find, &LCString::FindOneOf, &LCString::ReverseFind, &LCString::ReverseFindOneOf};
+  Slot slots[3];
+  while (!in.Done()) {
+    Slot &a = slots[in.Int(0, 2)], &c = slots[in.Int(0, 2)], &b = slots[in.Int(0, 2)];
+    const int op = in.Int(0, 34);
+    model::Step() = "operation " + std::to_string(op);
+    LCString& s = *a.s;
+    std::string& bytes = a.bytes;
+    const int len = a.Length(), n = in.Int(-2, 9), x = in.Index(len), y = in.Index(len);
+    const char ch = Char(in);
+    const std::string t = Bytes(in, 5), text = t.c_str(), view = bytes.c_str(),
+                      other = b.bytes.c_str();
+
+    if (op == 1) c.Set(new LCString(n), std::string(std::max(n, 0), '\0'));
+    if (op == 2) c.Set(new LCString(text.c_str()), text, true);
+    if (op == 0 || op == 3) c.Set(op == 0 ? new LCString() : new LCString(nullptr), "");
+    if (op == 4) c.Set(new LCString(t), t, true);
+    if (op == 5) c.Set(new LCString(ch), std::string(1, ch));
+    if (op == 6) c.Set(new LCString(*b.s), b.bytes, true);
+    if (op == 7) s = *b.s;  // onto itself it changes nothing
+    if (op == 7 && &a != &b) a.Hold(b.bytes, true);
+    if (op == 8) s.Reallocate(n), a.Hold(std::string(std::max(n, 0), '\0'), false);
+    // += doubles a string; they stay short.
+    if (op == 9 && len + b.Length() <= 64) c.Set(new LCString(s + *b.s), bytes + b.bytes);
+    if (op == 10 && len + b.Length() <= 64) s += *b.s, a.Hold(bytes + b.bytes, true);
+    if (op == 11 || op == 12) {
+      const std::string piece = t + "bbbbbbbbb";  // n readable bytes, NUL bytes among them
+      char* got = s.AddString(n, op == 12 ? nullptr : piece.data());
+      const bool refused = n < 1 || op == 12 || a.add >= len - 1;  // full at L - 1
+      MODEL_CHECK(got == (refused ? nullptr : s.c_str()));
+      for (int i = 0; !refused && i < n && a.add < len - 1; ++i) bytes[a.add++] = piece[i];
+      if (!refused) bytes[a.add] = '\0';
+    }
+    // Element access; operator[] gives the terminator cell at len, and any
+    // other index outside the string falls back on the last character.
+    const char last = bytes.empty() ? '\0' : bytes.back();
+    const bool inside = x >= 0 && x < len;
+    const int cell = inside || x == len ? x : std::max(len - 1, 0);
+    if (op == 13) MODEL_CHECK(s.GetAt(x) == (inside ? bytes[x] : last));
+    if (op == 14) MODEL_CHECK(std::as_const(s)[x] == (x == len ? '\0' : inside ? bytes[x] : last));
+    if (op == 15) MODEL_CHECK(s.SetAt(x, ch) == inside);
+    if (op == 15 && inside) bytes[x] = ch;
+    if (op == 16) MODEL_CHECK(&s[x] == s.c_str() + cell);
+    if (op == 16 && cell < len) s[x] = ch, bytes[cell] = ch;  // only a NUL may go at len
+    if (op == 17) s.MakeUpper(), bytes = Mapped(bytes);
+    if (op == 18) s.MakeLower(), bytes = Mapped(bytes, 'A', 'a');
+    if (op == 19) s.MakeReverse(), std::reverse(bytes.begin(), bytes.end());
+    if (op >= 20 && op <= 23) {
+      // The argument: a text, another string's terminated view, or null. The
+      // reverse searches see only the bytes behind the last NUL (npos + 1 is 0).
+      const int form = in.Int(0, 2);
+      const std::string& needle = form == 1 ? other : text;
+      const int tail = static_cast<int>(bytes.rfind('\0') + 1);
+      const std::string behind = bytes.substr(tail);
+      const int found[] = {Pos(view.find(needle)), Pos(view.find_first_of(needle)),
+                           needle.empty() ? len : Pos(behind.rfind(needle), tail),
+                           Pos(behind.find_last_of(needle), tail)};
+      const int got = form == 1 ? (s.*by_string[op - 20])(*b.s)
+                                : (s.*by_text[op - 20])(form == 0 ? text.c_str() : nullptr);
+      MODEL_CHECK(got == (len < 1 || form == 2 ? -1 : found[op - 20]));
+    }
+    // Find(char) and ReverseFind(char) are strchr and strrchr: they see the terminator.
+    if (op == 24) MODEL_CHECK(s.Find(ch) == (len < 1 ? -1 : Pos((view + '\0').find(ch))));
+    if (op == 25) MODEL_CHECK(s.ReverseFind(ch) == (len < 1 ? -1 : Pos((view + '\0').rfind(ch))));
+    if (op == 26) s.TrimLeft(), bytes = Trimmed(bytes, true);
+    if (op == 27) s.TrimRight(), bytes = Trimmed(bytes, false);
+    if (op == 28) s.RemoveWhiteSpaces();
+    if (op == 28) bytes.erase(std::remove_if(bytes.begin(), bytes.end(), IsWhite), bytes.end());
+    // Left and Right covering the whole string give its terminated view.
+    const bool whole = x >= len && len > 0;
+    const std::string left = Cut(bytes, 0, x), right = Cut(bytes, len - std::max(x, 0), x);
+    if (op == 29) c.Set(new LCString(s.Left(x)), whole ? view : left, whole);
+    if (op == 30) c.Set(new LCString(s.Right(x)), whole ? view : right, whole);
+    if (op == 31) c.Set(new LCString(s.Mid(x, y)), Cut(bytes, x, y));
+    if (op == 32) {
+      const int order = std::strcmp(view.c_str(), other.c_str());
+      MODEL_CHECK(s.Compare(*b.s) == order);
+      MODEL_CHECK(s.CompareNoCase(*b.s) ==
+                  std::strcmp(Mapped(view).c_str(), Mapped(other).c_str()));
+      const bool relations[] = {s == *b.s, s != *b.s, (s < *b.s), (s > *b.s), s <= *b.s, s >= *b.s};
+      const bool want[] = {order == 0, order != 0, 0 > order, 0 < order, order <= 0, order >= 0};
+      for (int i = 0; i < 6; ++i) MODEL_CHECK(relations[i] == want[i]);
+    }
+    const char* versus = n < 0 ? nullptr : text.c_str();  // null is unequal to every string
+    if (op == 33) MODEL_CHECK((s == versus) == (versus != nullptr && view == text));
+    if (op == 33) MODEL_CHECK((s != versus) == (versus == nullptr || view != text));
+    if (op == 34) {
+      // One NUL for an empty string; else as many bytes of the terminated view
+      // as count and limit allow, NUL-padded to that number, then a NUL.
+      const int count = std::min(x, len + 4), limit = std::min(y, len + 4);
+      const int size = count < 1 ? int(view.size()) : limit > 0 && limit < count ? limit : count;
+      std::string want = view.substr(0, size);
+      want.resize(len < 1 ? 1 : size + 1, '\0');
+      std::vector<char> dst(want.size(), 'x');
+      util_strncpy(dst.data(), s, count, limit);
+      MODEL_CHECK(std::string(dst.begin(), dst.end()) == want);
+    }
+    for (const Slot& each : slots) {
+      MODEL_CHECK(each.s->GetLength() == each.Length());
+      MODEL_CHECK(each.s->IsEmpty() == each.bytes.empty());
+      MODEL_CHECK(std::memcmp(each.s->c_str(), each.bytes.data(), each.bytes.size()) == 0);
+      MODEL_CHECK(each.s->c_str()[each.Length()] == '\0');
+      MODEL_CHECK(LTEXT(*each.s) == each.s->c_str());
+    }
+  }
+}
+
+}  // namespace text_model
+
+#endif  // VQ0300_TESTS_TEXTMODEL_H
