@@ -52,19 +52,19 @@ inline bool Value(const std::string& c, char letter, const Arg* a, std::string& 
     }
     std::regex_search(i, c.end(), m, grammar, std::regex_constants::match_continuous);
     const std::string flags = m[1], length = m[5];
-    const char spec = m.str(6)[0];
-    const char kind = In("eEfFgGaA", spec) ? 'f' : spec == 's' ? 's' : 'd';
-    if (shown || !a || !In("diouxXceEfFgGaAs", spec) || kind != KindOf(letter) ||
+    const char conv = m.str(6)[0];
+    const char kind = In("eEfFgGaA", conv) ? 'f' : conv == 's' ? 's' : 'd';
+    if (shown || !a || !In("diouxXceEfFgGaAs", conv) || kind != KindOf(letter) ||
         std::stod("0" + m.str(2)) > INT_MAX || std::stod("0" + m.str(4)) > INT_MAX ||
-        (In(flags.c_str(), '#') && In("diucs", spec)) ||
-        (In(flags.c_str(), '0') && In("cs", spec)) || (m[3].matched && spec == 'c') ||
-        (!length.empty() && (In("cs", spec) || (kind == 'f' && length != "l")))) {
+        (In(flags.c_str(), '#') && In("diucs", conv)) ||
+        (In(flags.c_str(), '0') && In("cs", conv)) || (m[3].matched && conv == 'c') ||
+        (!length.empty() && (In("cs", conv) || (kind == 'f' && length != "l")))) {
       return false;
     }
     // The int is a 32-bit pattern, zero-extended by the wide modifiers (all
     // of them 64 bits here, so "ll" stands for them).
-    const bool wide = In("ljzt", length[0]) && kind == 'd', sign = In("dic", spec);
-    const std::string d = "%" + flags + m.str(2) + m.str(3) + (wide ? "ll" : length) + spec;
+    const bool wide = In("ljzt", length[0]) && kind == 'd', sign = In("dic", conv);
+    const std::string d = "%" + flags + m.str(2) + m.str(3) + (wide ? "ll" : length) + conv;
     const unsigned u = static_cast<unsigned>(a->i);
     out += kind == 'f'   ? Printf(d, a->d)
            : kind == 's' ? Printf(d, a->text ? a->text : "(null)")
