@@ -95,7 +95,7 @@ inline string File(model::OpInput& in, std::uint8_t first) {
   using namespace std::string_literals;
   // clang-format off
   static const string kPieces[] = {"\n", "\n", "\r\n", "<S/>", "<S/>", "<E/>", "<E/>", "<!--", "-->",
-      "Offset", "1", "2", "-1", "70000", "STOP", " STOP ", " ", "\n\t", " A ", "\x7f", "\xff", "\0"s,
+      "Offset", "1", "2", "-1", "70000", "STOP", "<S/> STOP <E/>", " ", "\n\t", " A ", "\x7f", "\xff", "\0"s,
       "<ErrorMessageDefinition>", "<ErrorMessageDefinition>\n", "Offset<S/>1<E/>\n",
       "Offset<S/>2<E/>\n", "1<S/>A<S/>STOP<E/>\n", "2<S/>B<S/>GO<E/>\n", "12<S/>", "0", "<!--c-->"};
   // clang-format on

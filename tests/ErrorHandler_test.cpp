@@ -10,25 +10,8 @@
 
 #define H "<ErrorMessageDefinition>\n"
 
-// Also files the seeds seldom make: an action trimmed to STOP, numbers read
-// by strtol, text carried behind the last <E/> of a line, comments across
-// lines, a last line without line end; blocks with odd and repeated offsets.
 TEST(ErrorDefinitionFile, LoadsWhatTheModelReads) {
   model::RunSeeds(defmodel::RunDefinitionFile, 400, 80);
-  const char* files[] = {
-      H
-      "x<S/>T<S/> STOP <E/>\n12abc<S/>a<S/>stop<E/>\n0x10<S/>b<S/>STOPPED<E/>\n"
-      "4<S/>A<!-- c -->B<S/>STOP<E/>\n3<S/>C<S/>\n<!-- c\n1<S/>A<S/><E/>\nc --> 2<S/>B<S/><E/>\n"
-      "1<S/>A<S/><E/>2<S/>B<S/><E/>3\n4<S/>C\n D<S/><E/>\n2<S/>B<S/>STOP",
-      "x\n" H
-      "0<S/>F<S/><E/>\nOffset<S/>100<E/>\n1<S/>A<S/><E/>\nOffset<S/>100<E/>\n2<S/>C<S/><E/>\n"
-      "Offset<S/>200<E/>\n1<S/>B<S/><E/>\nOffset<S/>-7<E/>\n1<S/>G<S/><E/>\n"
-      "Offset<S/>70000<E/>\n2<S/>A<S/><E/>\nOffset<S/>4294967297<E/>\n3<S/>B<S/><E/>\n"
-      "Offset100<E/>\n4<S/>C<S/><E/>\nOffset<S/>abc<E/>\n5<S/>D<S/><E/>\n6<S/>Bad "
-      "Offset<S/><E/>\n"};
-  for (const char* file : files) {
-    for (int selector : {-1, -7, 1, 100, 200}) defmodel::Check(file, selector);
-  }
 }
 
 // Initialize from a working directory holding made ("x/" is a folder).
