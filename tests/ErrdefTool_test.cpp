@@ -10,7 +10,6 @@
 
 #ifdef VQ0300_ERRDEF  // the path of the built tool
 #define H "<ErrorMessageDefinition>\n"
-#define TABLE "\nline  code      offset  number  continue  message\n"
 
 // Rows: defs.txt, arguments, exit status, all of stdout. The tool shows the
 // scanner's line numbers and end state. In the first file the comment line
@@ -24,7 +23,8 @@ TEST(ErrdefTool, ReportsAndExitStatus) {
            "\n<!-- c --> 1<S/>A<S/>STOP<E/>\n<!-- c -->\n3<S/>C\nD<!-- d --> "
            "2<S/>%d\x1b[2Jb<S/>stop<E/>",
        "defs.txt", 1,
-       "defs.txt: 2 definitions loaded (all blocks)\n" TABLE
+       "defs.txt: 2 definitions loaded (all blocks)\n\n"
+       "line  code      offset  number  continue  message\n"
        "   5  00010001       1       1         0  \"A\"\n"
        "   8  00010002       1       2         1  \"%d\\x1B[2Jb\"\n\n"
        "defs.txt:1: warning: text behind the header is not read: \"x\"\n"

@@ -4,8 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <sstream>
-
 #include "DefinitionModel.h"
 
 #define H "<ErrorMessageDefinition>\n"
@@ -14,30 +12,31 @@ TEST(ErrorDefinitionFile, LoadsWhatTheModelReads) {
   model::RunSeeds(defmodel::RunDefinitionFile, 400, 80);
 }
 
-// Initialize from a working directory holding made ("x/" is a folder).
+// Initialize from a working directory holding folders d, e, e/e, e/e/e and
+// files that name where each lookup of a relative default directory goes.
 TEST(ErrorDefinitionFile, DirectoriesAndTheirResults) {
-  const std::tuple<const char*, const char*, const char*, int> rows[] = {
-      {nullptr, "f", "f", 0},  // no directory stored
-      {nullptr, "f", "", -2},
-      {nullptr, "d", "d/", -1},  // a folder reads as a file without header
-      // relative: the name is tested from d/, and read from d/d/
-      {"d", "f", "d/ d/f d/d/ d/d/f", -2},
-      {"d", "f", "d/ d/f d/d/ d/d/f d/d/d/ d/d/d/f", 0},
-      {"", "tmp", "", -3},  // "/tmp" opens; an empty directory is not entered
+  const testsupport::TempDir root;
+  const testsupport::WorkingDirGuard back;
+  ASSERT_EQ(chdir(root.path().c_str()), 0);
+  for (const char* folder : {"d", "e", "e/e", "e/e/e"}) std::filesystem::create_directory(folder);
+  for (const char* file : {"f", "e/f", "e/e/f", "e/g", "e/e/g", "e/e/e/g", "e/e/h", "e/e/e/h"})
+    testsupport::WriteFile(file, H);
+  const std::tuple<const char*, const char*, int> rows[] = {
+      {nullptr, "f", 0},  // no directory stored
+      {nullptr, "x", -2},
+      {nullptr, "d", -1},  // a folder reads as a file without header
+      // relative: the name e/NAME is tested from the caller's directory, then
+      // from e/, and read from e/e/
+      {"e", "f", -2},
+      {"e", "g", 0},
+      {"e", "h", -2},
+      {"", "tmp", -3},  // "/tmp" opens; an empty directory is not entered
   };
-  for (const auto& [dir, file, made, result] : rows) {
-    const testsupport::TempDir root;
-    const testsupport::WorkingDirGuard back;
-    ASSERT_EQ(chdir(root.path().c_str()), 0);
-    std::istringstream in(made);
-    for (std::string m; in >> m;) {
-      if (m.back() == '/') std::filesystem::create_directory(m);
-      if (m.back() != '/') testsupport::WriteFile(m, H);
-    }
+  for (const auto& [dir, file, result] : rows) {
     ErrorHandler h;
     if (dir) h.SetDefaultDir(dir);
     std::string name = file;
-    EXPECT_EQ(h.Initialize(name.data(), -1), result) << made;
+    EXPECT_EQ(h.Initialize(name.data(), -1), result) << file;
     EXPECT_EQ(std::filesystem::current_path(), root.path());
   }
 }
