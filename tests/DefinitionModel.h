@@ -94,7 +94,7 @@ inline int Read(const string& file, int selector, Defs& defs) {
 inline string File(model::OpInput& in, std::uint8_t first) {
   // clang-format off
   static const string kPieces[] = {"\n", "\n", "\r\n", "<S/>", "<S/>", "<E/>", "<E/>", "<!--", "-->",
-      "Offset", "1", "2", "-1", "70000", "STOP", "<S/> STOP <E/>", " ", "\n\t", " A ", "\x7f", "\xff",
+      "Offset", "1", "2", "-1", "70000", "STOP", "7<S/>T<S/> STOP <E/>\n", " ", "\n\t", " A ", "\x7f", "\xff",
       string(1, '\0'), "<ErrorMessageDefinition>", "<ErrorMessageDefinition>\n", "Offset<S/>1<E/>\n",
       "Offset<S/>2<E/>\n", "1<S/>A<S/>STOP<E/>\n", "2<S/>B<S/>GO<E/>\n", "12<S/>", "0", "<!--c-->"};
   // clang-format on

@@ -10,6 +10,8 @@
 
 TEST(ErrorDefinitionFile, LoadsWhatTheModelReads) {
   model::RunSeeds(defmodel::RunDefinitionFile, 400, 80);
+  // a message behind one blank, with bytes above 0x7E, which the seeds seldom make
+  defmodel::Check(H "-1<S/>c\t\x7f<S/>\n<E/>\r\n70000<S/> d\x7f\xff e\x80 <S/>STOP<E/>\n", -1);
 }
 
 // Initialize from a working directory holding folders d, e, e/e, e/e/e and
