@@ -92,11 +92,10 @@ inline int Read(const string& file, int selector, Defs& defs) {
 // A first byte '0' to '9' makes the rest of the input the file itself (the
 // text seeds of the fuzz target); else the file is made of pieces.
 inline string File(model::OpInput& in, std::uint8_t first) {
-  using namespace std::string_literals;
   // clang-format off
   static const string kPieces[] = {"\n", "\n", "\r\n", "<S/>", "<S/>", "<E/>", "<E/>", "<!--", "-->",
-      "Offset", "1", "2", "-1", "70000", "STOP", " STOP ", " ", "\n\t", " A ", "\x7f", "\xff", "\0"s,
-      "<ErrorMessageDefinition>", "<ErrorMessageDefinition>\n", "Offset<S/>1<E/>\n",
+      "Offset", "1", "2", "-1", "70000", "STOP", "7<S/>T<S/> STOP <E/>\n", " ", "\n\t", " A ", "\x7f", "\xff",
+      string(1, '\0'), "<ErrorMessageDefinition>", "<ErrorMessageDefinition>\n", "Offset<S/>1<E/>\n",
       "Offset<S/>2<E/>\n", "1<S/>A<S/>STOP<E/>\n", "2<S/>B<S/>GO<E/>\n", "12<S/>", "0", "<!--c-->"};
   // clang-format on
   const bool text = first >= '0' && first <= '9';
