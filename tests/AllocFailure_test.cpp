@@ -29,22 +29,37 @@ struct Injection {
   long live = 0;            // allocations not yet freed, armed or not
 } g;
 
-}  // namespace
-
-// The other forms of new and delete of the C++ runtime end in these two.
-void* operator new(std::size_t size) {
+void* Allocate(std::size_t size, bool nothrow) {
   const bool fail = g.armed && ++g.seen >= g.failAt && g.failAt > 0;
-  if (fail && (g.persistent || g.seen == g.failAt)) throw std::bad_alloc();
-  void* p = std::malloc(size != 0 ? size : 1);
-  if (p == nullptr) throw std::bad_alloc();
-  ++g.live;
+  void* p = fail && (g.persistent || g.seen == g.failAt) ? nullptr : std::malloc(size ? size : 1);
+  if (p == nullptr && !nothrow) throw std::bad_alloc();
+  if (p != nullptr) ++g.live;
   return p;
 }
-void operator delete(void* p) noexcept {
+
+void Free(void* p) {
   if (p != nullptr) --g.live;
   std::free(p);
 }
-void operator delete(void* p, std::size_t) noexcept { operator delete(p); }
+
+}  // namespace
+
+// Every form, so that no allocation or release bypasses the count (valgrind
+// replaces only the forms a program leaves to the runtime).
+void* operator new(std::size_t size) { return Allocate(size, false); }
+void* operator new[](std::size_t size) { return Allocate(size, false); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return Allocate(size, true);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  return Allocate(size, true);
+}
+void operator delete(void* p) noexcept { Free(p); }
+void operator delete[](void* p) noexcept { Free(p); }
+void operator delete(void* p, std::size_t) noexcept { Free(p); }
+void operator delete[](void* p, std::size_t) noexcept { Free(p); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { Free(p); }
+void operator delete[](void* p, const std::nothrow_t&) noexcept { Free(p); }
 
 namespace {
 
