@@ -29,11 +29,11 @@ struct Injection {
   long live = 0;            // allocations not yet freed, armed or not
 } g;
 
-void* Allocate(std::size_t size, bool nothrow) {
+void* Allocate(std::size_t size) {
   const bool fail = g.armed && ++g.seen >= g.failAt && g.failAt > 0;
   void* p = fail && (g.persistent || g.seen == g.failAt) ? nullptr : std::malloc(size ? size : 1);
-  if (p == nullptr && !nothrow) throw std::bad_alloc();
-  if (p != nullptr) ++g.live;
+  if (p == nullptr) throw std::bad_alloc();
+  ++g.live;
   return p;
 }
 
@@ -44,22 +44,10 @@ void Free(void* p) {
 
 }  // namespace
 
-// Every form, so that no allocation or release bypasses the count (valgrind
-// replaces only the forms a program leaves to the runtime).
-void* operator new(std::size_t size) { return Allocate(size, false); }
-void* operator new[](std::size_t size) { return Allocate(size, false); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Allocate(size, true);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return Allocate(size, true);
-}
+// The forms that libstdc++'s other forms of new and delete end in.
+void* operator new(std::size_t size) { return Allocate(size); }
 void operator delete(void* p) noexcept { Free(p); }
-void operator delete[](void* p) noexcept { Free(p); }
 void operator delete(void* p, std::size_t) noexcept { Free(p); }
-void operator delete[](void* p, std::size_t) noexcept { Free(p); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { Free(p); }
-void operator delete[](void* p, const std::nothrow_t&) noexcept { Free(p); }
 
 namespace {
 
