@@ -64,7 +64,7 @@ TEST(LByteBuffer, OperationsMatchAString) { model::RunSeeds(RunBufferOps, 30, 30
 
 // Blocks made by hand: a size below 1 gives the default; the last block of
 // none is none; a new block goes in between, the next link kept; a block without storage
-// takes nothing; a class whose new block takes nothing ends appends and
+// takes nothing, nor does a null source; a class whose new block takes nothing ends appends and
 // copies there.
 TEST(LByteBuffer, BlocksMadeByHand) {
   LByteBuffer head(2), bare(nullptr);
@@ -76,6 +76,7 @@ TEST(LByteBuffer, BlocksMadeByHand) {
   EXPECT_EQ(head.AllocateNewBlock()->GetNextBlock(), second);
   EXPECT_EQ(bare.WriteData(const_cast<char*>("xy")), &bare);
   bare.CopyBlock(&head);
+  bare.CopyBlock(nullptr);
   EXPECT_EQ(bare.GetTotalSize(), 0);
   EXPECT_EQ(refusing.WriteData(const_cast<char*>("abcdef")), &refusing);
   refusing.CopyBlock(&head);
