@@ -31,11 +31,11 @@ struct Injection {
   long live = 0;            // allocations not yet freed, armed or not
 } g;
 
-void* Allocate(std::size_t size) {
+void* Allocate(std::size_t size, bool nothrow) {
   const bool fail = g.armed && ++g.seen >= g.failAt && g.failAt > 0;
   void* p = fail && (g.persistent || g.seen == g.failAt) ? nullptr : std::malloc(size ? size : 1);
-  if (p == nullptr) throw std::bad_alloc();
-  ++g.live;
+  if (p == nullptr && !nothrow) throw std::bad_alloc();
+  if (p != nullptr) ++g.live;
   return p;
 }
 
@@ -46,10 +46,22 @@ void Free(void* p) {
 
 }  // namespace
 
-// The forms that libstdc++'s other forms of new and delete end in.
-void* operator new(std::size_t size) { return Allocate(size); }
+// Every form: a sanitizer's runtime defines each of them, so a form left out
+// here would bypass the count.
+void* operator new(std::size_t size) { return Allocate(size, false); }
+void* operator new[](std::size_t size) { return Allocate(size, false); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return Allocate(size, true);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  return Allocate(size, true);
+}
 void operator delete(void* p) noexcept { Free(p); }
+void operator delete[](void* p) noexcept { Free(p); }
 void operator delete(void* p, std::size_t) noexcept { Free(p); }
+void operator delete[](void* p, std::size_t) noexcept { Free(p); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { Free(p); }
+void operator delete[](void* p, const std::nothrow_t&) noexcept { Free(p); }
 
 namespace {
 
