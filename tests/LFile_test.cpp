@@ -65,7 +65,9 @@ struct FileModel {
 void RunFileOps(model::OpInput& in) {
   const TempDir dir;
   const std::string names[] = {dir / "a", dir / "b", dir / "none/c"};
-  std::optional<std::string> files[2];
+  // "b" starts with a line longer than ReadLine(LCString&) takes at once.
+  std::optional<std::string> files[2] = {std::nullopt, std::string(7000, 'x') + "\n"};
+  testsupport::WriteFile(names[1], *files[1]);
   FileModel m{files};
   std::optional<LFile> file(std::in_place);
   char last = 0;  // 'r' or 'w': reads and writes meet only across a Rewind
@@ -185,16 +187,9 @@ TEST(LFile, StreamFailuresStoreTheirCodes) {
   EXPECT_EQ(full.GetFilename(), nullptr);
 }
 
-TEST(LFile, LongLinesAndProbesOfTheFileSystem) {
+TEST(LFile, ProbesOfTheFileSystem) {
   const TempDir dir;
-  const std::string path = dir / "f", probe = dir / "40.88.26.60.71";
-  // A line longer than ReadLine(LCString&) takes arrives over several calls.
-  testsupport::WriteFile(path, std::string(7000, 'x') + "\n");
-  LFile lines(path.c_str(), "r");
-  std::string lengths;
-  LCString text;
-  while (lines.ReadLine(text) == 0) lengths += std::to_string(text.GetLength()) + " ";
-  EXPECT_EQ(lengths, "5998 1003 1003 ");  // the third call delivers nothing
+  const std::string probe = dir / "40.88.26.60.71";
   testsupport::WriteFile(probe, "old");
   EXPECT_EQ(LFile::exists(probe.c_str()), 1);
   EXPECT_EQ(LFile::IsDirectoryWritable((dir.path() + "/").c_str()), 1);
