@@ -201,13 +201,13 @@ TEST(WriteLine, LimitsOfTheFormatScan) {
   const TempDir dir;
   const std::string zeros(251, '0');
   // What the seeded run meets seldom or never: "hh", numbers at and past
-  // INT_MAX, conversions of 254 and 258 characters, a null format, and
+  // INT_MAX, conversions of 254 and 255 characters, a null format, and
   // readiness tested before the format.
   const std::tuple<std::string, int, int, std::string> rows[] = {
-      {"%hhx|%hd", 0x100FF, 0, "ff|255"},   // the int narrowed
-      {"ab%2147483648d", 7, -2, ""},        // refused before its text
-      {"%" + zeros + "1d", 7, 0, "7"},      // 254 characters
-      {"%0" + zeros + "001d", 7, -2, ""}};  // 258: a limit that slipped overruns
+      {"%hhx|%hd", 0x100FF, 0, "ff|255"},  // the int narrowed
+      {"ab%2147483648d", 7, -2, ""},       // refused before its text
+      {"%" + zeros + "1d", 7, 0, "7"},     // 254 characters
+      {"%0" + zeros + "1d", 7, -2, ""}};   // 255, one too many
   for (const auto& [format, argument, result, written] : rows) {
     EXPECT_EQ(LFile((dir / "f").c_str(), "w").WriteLine(format.c_str(), argument, argument), result)
         << format;
