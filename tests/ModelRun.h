@@ -15,6 +15,7 @@
 #include <initializer_list>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #ifndef VQ0300_FUZZ_TARGET
@@ -56,15 +57,15 @@ class OpInput {
 
   // Up to max bytes, NUL bytes included; Text leaves NULs out. Bytes come
   // from alphabet where one is given, so that texts meet each other often.
-  std::string Bytes(std::size_t max, const char* alphabet = nullptr) {
+  std::string Bytes(std::size_t max, std::string_view alphabet = {}) {
     std::string out(static_cast<std::size_t>(Range(0, static_cast<long long>(max))), '\0');
     for (char& c : out) {
       const std::uint8_t b = Byte();
-      c = alphabet ? alphabet[b % std::char_traits<char>::length(alphabet)] : static_cast<char>(b);
+      c = alphabet.empty() ? static_cast<char>(b) : alphabet[b % alphabet.size()];
     }
     return out;
   }
-  std::string Text(std::size_t max, const char* alphabet = nullptr) {
+  std::string Text(std::size_t max, std::string_view alphabet = {}) {
     std::string out = Bytes(max, alphabet);
     for (char& c : out) c = c == '\0' ? 'a' : c;
     return out;

@@ -15,6 +15,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -22,14 +23,10 @@
 
 namespace text_model {
 
-// A byte of an alphabet where texts meet and the white-space and case
-// boundaries stand, NUL among them; Bytes gives up to max of them.
-inline char Char(model::OpInput& in) { return "aabbab\0 !~\x7f\x80zAZ_"[in.Int(0, 15)]; }
-inline std::string Bytes(model::OpInput& in, int max) {
-  std::string s(static_cast<std::size_t>(in.Int(0, max)), '\0');
-  for (char& c : s) c = Char(in);
-  return s;
-}
+// An alphabet where texts meet and the white-space and case boundaries
+// stand, NUL among them.
+constexpr std::string_view kBytes{"aabbab\0 !~\x7f\x80zAZ_", 16};
+inline char Char(model::OpInput& in) { return kBytes[in.Int(0, 15)]; }
 
 // A heap copy of s with its terminator and nothing more, so reads past it show.
 inline std::vector<char> Heap(const std::string& s) { return {&s[0], &s[s.size()] + 1}; }
@@ -64,7 +61,7 @@ inline void RunLStringOps(model::OpInput& in) {
   while (!in.Done()) {
     const int op = in.Int(0, 16);
     model::Step() = "operation " + std::to_string(op);
-    const std::string raw = Bytes(in, 8), s = raw.c_str(), sub = in.Text(3, "ab");
+    const std::string raw = in.Bytes(8, kBytes), s = raw.c_str(), sub = in.Text(3, "ab");
     const int len = static_cast<int>(s.size()), x = in.Index(len), y = in.Index(len);
     const char ch = Char(in);
     auto hs = Heap(s), hsub = Heap(sub);
@@ -147,7 +144,7 @@ inline void RunLCStringOps(model::OpInput& in) {
     std::string& bytes = a.bytes;
     const int len = a.Length(), n = in.Int(-2, 9), x = in.Index(len), y = in.Index(len);
     const char ch = Char(in);
-    const std::string t = Bytes(in, 5), text = t.c_str(), view = bytes.c_str(),
+    const std::string t = in.Bytes(5, kBytes), text = t.c_str(), view = bytes.c_str(),
                       other = b.bytes.c_str();
 
     if (op == 1) c.Set(new LCString(n), std::string(std::max(n, 0), '\0'));
