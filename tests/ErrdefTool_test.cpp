@@ -13,30 +13,43 @@
 
 // Rows: defs.txt, arguments, exit status, all of stdout. The tool shows the
 // scanner's line numbers and end state. In the first file the comment line
-// arrives in two reads, comments drop a long line and a statement begun
-// behind a comment, and the last line has no line end.
+// arrives in two reads, a NUL byte ends the text of a long line, comments drop
+// that line and a statement begun on the line before, text behind an "<E/>"
+// moves to the next line, and the last line has no line end. In the
+// second a statement of exactly 16 MiB behind a comment stands ahead of the
+// blocks.
 TEST(ErrdefTool, ReportsAndExitStatus) {
-  const std::string a(5000, 'a');
+  const std::string a(30000, 'a');
   const std::tuple<std::string, const char*, int, std::string> rows[] = {
       {"<ErrorMessageDefinition> x \nOffset<S/>1<E/>\n<!-- " + std::string(70000, 'x') + " -->\n" +
-           a +
-           "\n<!-- c --> 1<S/>A<S/>STOP<E/>\n<!-- c -->\n3<S/>C\nD<!-- d --> "
-           "2<S/>%d\x1b[2Jb<S/>stop<E/>",
+           a + '\0' +
+           "\n<!-- c --> 1<S/>A<S/>STOP<E/> 2<S/>B\nC<!-- c "
+           "-->\n2<S/>%d\x1b[2Jb\n<S/>stop<E/>x<E/> tail",
        "defs.txt", 1,
        "defs.txt: 2 definitions loaded (all blocks)\n\n"
        "line  code      offset  number  continue  message\n"
        "   5  00010001       1       1         0  \"A\"\n"
-       "   8  00010002       1       2         1  \"%d\\x1B[2Jb\"\n\n"
+       "   7  00010002       1       2         1  \"%d\\x1B[2Jb\"\n\n"
        "defs.txt:1: warning: text behind the header is not read: \"x\"\n"
        "defs.txt:5: warning: a comment removes the text ahead of it (from line 4): \"" +
            a.substr(0, 57) +
-           "...\"\ndefs.txt:8: warning: a comment removes the text ahead of it (from line 7): "
-           "\"3<S/>CD\"\ndefs.txt:8: warning: action \"stop\" is not \"STOP\": the definition "
-           "continues (1)\n\n4 warnings\n"},
-      {H "Offset<S/>1<E/>\n", "defs.txt --block 5", 1,
-       "defs.txt: 0 definitions loaded (block 5)\n\ndefs.txt: warning: no offset statement has "
-       "the value 5: nothing is loaded\n\n1 warning\n"},
+           "...\"\ndefs.txt:5: warning: text behind \"<E/>\" is joined to the front of line 6: "
+           "\"2<S/>B\"\ndefs.txt:6: warning: a comment removes the text ahead of it (from line 5): "
+           "\"2<S/>BC\"\ndefs.txt:7: warning: action \"stop\" is not \"STOP\": the definition "
+           "continues (1)\ndefs.txt:8: warning: more than one \"<E/>\": only the first statement "
+           "is "
+           "read, \"x<E/>\" is lost\ndefs.txt:8: warning: a statement cut off by the end of the "
+           "file "
+           "(no \"<E/>\") is dropped: \"tail\"\n\n7 warnings\n"},
+      {H "<!--c-->1<S/>" + std::string((1 << 24) - 17, 'x') + "<S/>STOP<E/>\nOffset<S/>1<E/>\n",
+       "defs.txt --block 5", 1,
+       "defs.txt: 0 definitions loaded (block 5)\n\ndefs.txt:2: warning: a definition stands ahead "
+       "of the first offset statement: it belongs to no block and is not loaded\ndefs.txt: "
+       "warning: "
+       "no offset statement has the value 5: nothing is loaded\n\n2 warnings\n"},
       {"", "defs.txt", 2, "defs.txt: load failed with result -1: the file is empty\n"},
+      {"x\n", "defs.txt", 2,
+       "defs.txt: load failed with result -1: no line holds \"<ErrorMessageDefinition>\"\n"},
       {"", ".", 2, ".: load failed with result -1: the file cannot be read: Is a directory\n"},
       {H "<!-- open\n-->", "defs.txt", 2,
        "defs.txt: load failed with result -1: the comment opened at line 2 closes on the last "
