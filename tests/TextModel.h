@@ -182,17 +182,20 @@ inline void RunLCStringOps(model::OpInput& in) {
     if (op == 18) s.MakeLower(), bytes = Mapped(bytes, 'A', 'a');
     if (op == 19) s.MakeReverse(), std::reverse(bytes.begin(), bytes.end());
     if (op >= 20 && op <= 23) {
-      // The argument: a text, another string's terminated view, or null. The
-      // reverse searches see only the bytes behind the last NUL (npos + 1 is 0).
-      const int form = in.Int(0, 2);
-      const std::string& needle = form == 1 ? other : text;
+      // The argument: a text, another string's terminated view, null, or a
+      // piece of the string's own bytes (up to a NUL), which is sure to be
+      // found. The reverse searches see only the bytes behind the last NUL
+      // (npos + 1 is 0).
+      const int form = in.Int(0, 3);
+      const std::string piece = Cut(bytes, x, y).c_str();
+      const std::string& needle = form == 1 ? other : form == 3 ? piece : text;
       const int tail = static_cast<int>(bytes.rfind('\0') + 1);
       const std::string behind = bytes.substr(tail);
       const int found[] = {Pos(view.find(needle)), Pos(view.find_first_of(needle)),
                            needle.empty() ? len : Pos(behind.rfind(needle), tail),
                            Pos(behind.find_last_of(needle), tail)};
       const int got = form == 1 ? (s.*by_string[op - 20])(*b.s)
-                                : (s.*by_text[op - 20])(form == 0 ? text.c_str() : nullptr);
+                                : (s.*by_text[op - 20])(form == 2 ? nullptr : needle.c_str());
       MODEL_CHECK(got == (len < 1 || form == 2 ? -1 : found[op - 20]));
     }
     // Find(char) and ReverseFind(char) are strchr and strrchr: they see the terminator.
