@@ -17,7 +17,7 @@
 // that line and a statement begun on the line before, text behind an "<E/>"
 // moves to the next line, and the last line has no line end. In the
 // second a statement of exactly 16 MiB behind a comment stands ahead of the
-// blocks.
+// blocks, and a lone comment end stays in a statement.
 TEST(ErrdefTool, ReportsAndExitStatus) {
   const std::string a(30000, 'a');
   const std::tuple<std::string, const char*, int, std::string> rows[] = {
@@ -41,12 +41,15 @@ TEST(ErrdefTool, ReportsAndExitStatus) {
            "read, \"x<E/>\" is lost\ndefs.txt:8: warning: a statement cut off by the end of the "
            "file "
            "(no \"<E/>\") is dropped: \"tail\"\n\n7 warnings\n"},
-      {H "<!--c-->1<S/>" + std::string((1 << 24) - 17, 'x') + "<S/>STOP<E/>\nOffset<S/>1<E/>\n",
+      {H "<!--c-->1<S/>" + std::string((1 << 24) - 17, 'x') +
+           "<S/>STOP<E/>\nOffset<S/>1<E/>\n2<S/>-->b<S/>STOP<E/>\n",
        "defs.txt --block 5", 1,
-       "defs.txt: 0 definitions loaded (block 5)\n\ndefs.txt:2: warning: a definition stands ahead "
-       "of the first offset statement: it belongs to no block and is not loaded\ndefs.txt: "
-       "warning: "
-       "no offset statement has the value 5: nothing is loaded\n\n2 warnings\n"},
+       "defs.txt: 0 definitions loaded (block 5)\n\n"
+       "defs.txt:2: warning: a definition stands ahead of the first offset statement: it belongs "
+       "to no block and is not loaded\n"
+       "defs.txt:4: warning: a comment mark stays in the statement text: "
+       "\"2<S/>-->b<S/>STOP<E/>\"\n"
+       "defs.txt: warning: no offset statement has the value 5: nothing is loaded\n\n3 warnings\n"},
       {"", "defs.txt", 2, "defs.txt: load failed with result -1: the file is empty\n"},
       {"x\n", "defs.txt", 2,
        "defs.txt: load failed with result -1: no line holds \"<ErrorMessageDefinition>\"\n"},
