@@ -209,6 +209,11 @@ TEST(AllocFailure, FilesCloseWhatTheyOpened) {
     EXPECT_EQ(file.GetFilename() == nullptr, threw);
     EXPECT_EQ(file.ValidWrite(), threw ? LFILE_ERR_NOT_OPEN : 0);
   });
+  Sweep("LMsgOutput::InitLogFile", [&](bool& threw) {
+    LMsgOutput channel;  // a new log that fails leaves none, not the old one freed
+    channel.InitLogFile((dir / "old.log").c_str(), true);
+    threw = Attempt([&] { channel.InitLogFile((dir / "new.log").c_str(), true); });
+  });
   Sweep("LLog", [&](bool& threw) {
     LLog log;
     threw = Attempt([&] {
