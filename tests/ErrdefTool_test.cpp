@@ -33,14 +33,16 @@ TEST(ErrdefTool, ReportsAndExitStatus) {
        "defs.txt:1: warning: text behind the header is not read: \"x\"\n"
        "defs.txt:5: warning: a comment removes the text ahead of it (from line 4): \"" +
            a.substr(0, 57) +
-           "...\"\ndefs.txt:5: warning: text behind \"<E/>\" is joined to the front of line 6: "
-           "\"2<S/>B\"\ndefs.txt:6: warning: a comment removes the text ahead of it (from line 5): "
-           "\"2<S/>BC\"\ndefs.txt:7: warning: action \"stop\" is not \"STOP\": the definition "
-           "continues (1)\ndefs.txt:8: warning: more than one \"<E/>\": only the first statement "
-           "is "
-           "read, \"x<E/>\" is lost\ndefs.txt:8: warning: a statement cut off by the end of the "
-           "file "
-           "(no \"<E/>\") is dropped: \"tail\"\n\n7 warnings\n"},
+           "...\"\n"
+           "defs.txt:5: warning: text behind \"<E/>\" is joined to the front of line 6: "
+           "\"2<S/>B\"\n"
+           "defs.txt:6: warning: a comment removes the text ahead of it (from line 5): "
+           "\"2<S/>BC\"\n"
+           "defs.txt:7: warning: action \"stop\" is not \"STOP\": the definition continues (1)\n"
+           "defs.txt:8: warning: more than one \"<E/>\": only the first statement is read, "
+           "\"x<E/>\" is lost\n"
+           "defs.txt:8: warning: a statement cut off by the end of the file (no \"<E/>\") is "
+           "dropped: \"tail\"\n\n7 warnings\n"},
       {H "<!--c-->1<S/>" + std::string((1 << 24) - 17, 'x') +
            "<S/>STOP<E/>\nOffset<S/>1<E/>\n2<S/>-->b<S/>STOP<E/>\n",
        "defs.txt --block 5", 1,
