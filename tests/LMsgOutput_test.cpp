@@ -19,14 +19,13 @@ TEST(FormatScan, WriteLineOutputAndPrintLogFollowTheModel) {
 TEST(FormatScan, LimitsOfTheScan) {
   const testsupport::TempDir dir;
   const std::string zeros(251, '0'), dashes(55, '-'), path = dir / "f";
-  const std::string wide = std::string(195, ' ') + "65791" + dashes + "d";
   // The format; what WriteLine writes and what Output shows (nullopt: refused).
   const std::tuple<std::string, std::optional<std::string>, std::optional<std::string>> rows[] = {
       {"%hhx|%.0x|%.2147483647s|", "ff||ab|", "ff||ab|"},
       {"ab%2147483648d", std::nullopt, std::nullopt},  // refused before its text
       {"%" + zeros + "1d", "65791", "65791"},
       {"%0" + zeros + "1d", std::nullopt, std::nullopt},
-      {"%200i" + dashes + "d", wide, std::nullopt}};
+      {"%200i" + dashes + "d", std::string(195, ' ') + "65791" + dashes + "d", std::nullopt}};
   LMsgOutput channel;
   channel.SetOutputOptions(LMSG_OUTPUT_STDOUT);
   for (const auto& [format, written, shown] : rows) {
