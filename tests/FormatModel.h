@@ -102,10 +102,8 @@ struct Channel {
   std::string out, err, logText;
 
   void Print(const std::string& text) {  // "%%" is one "%", nothing else changes
-    std::string none, &to = options & LMSG_OUTPUT_STDERR   ? err
-                            : options & LMSG_OUTPUT_STDOUT ? out
-                                                           : none;
-    to += std::regex_replace(text, std::regex("%%"), "%");
+    if (options & (LMSG_OUTPUT_STDERR | LMSG_OUTPUT_STDOUT))
+      (options & LMSG_OUTPUT_STDERR ? err : out) += std::regex_replace(text, std::regex("%%"), "%");
   }
   int PrintLog(const std::string& text) {
     if ((options & LMSG_OUTPUT_LOG) == 0) return 0;

@@ -45,7 +45,6 @@ TEST(LLog, RecordsFollowTheModel) {
       MODEL_CHECK(std::filesystem::exists(names[0]) == file.has_value());
       MODEL_CHECK(std::regex_replace(testsupport::ReadFile(names[0]), stamp, "@") ==
                   file.value_or(""));
-      MODEL_CHECK(!std::filesystem::exists(names[1]));
     }
   };
   model::RunSeeds(run, 10, 400);

@@ -1,10 +1,12 @@
 // The format scan of LFile::WriteLine and of LMsgOutput's Output and
-// PrintLog beside its model (console, log file and results); what the model
-// leaves out of LMsgOutput: values of 0 and 256 characters, a log replaced,
-// and a null text.
+// PrintLog beside its model (console, log file and results); as tables, the
+// limits of the scan that the model meets seldom or never, and a log
+// replaced.
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <optional>
+#include <tuple>
 
 #include "FormatModel.h"
 
@@ -12,17 +14,40 @@ TEST(FormatScan, WriteLineOutputAndPrintLogFollowTheModel) {
   model::RunSeeds(format_model::RunFormatOps, 20, 800);
 }
 
-TEST(LMsgOutput, LongValuesAndANewLogThatFails) {
+// "hh", numbers at and past INT_MAX, conversions of 254 and 255 characters,
+// an empty value, and a value of 256 characters, which Output alone refuses.
+TEST(FormatScan, LimitsOfTheScan) {
+  const testsupport::TempDir dir;
+  const std::string zeros(251, '0'), dashes(55, '-'), path = dir / "f";
+  // The format; what WriteLine writes and what Output shows (nullopt: refused).
+  const std::tuple<std::string, std::optional<std::string>, std::optional<std::string>> rows[] = {
+      {"%hhx|%.0x|%.2147483647s|", "ff||ab|", "ff||ab|"},
+      {"ab%2147483648d", std::nullopt, std::nullopt},  // refused before its text
+      {"%" + zeros + "1d", "65791", "65791"},
+      {"%0" + zeros + "1d", std::nullopt, std::nullopt},
+      {"%200i" + dashes + "d", std::string(195, ' ') + "65791" + dashes + "d", std::nullopt}};
+  LMsgOutput channel;
+  channel.SetOutputOptions(LMSG_OUTPUT_STDOUT);
+  for (const auto& [format, written, shown] : rows) {
+    EXPECT_EQ(LFile(path.c_str(), "w").WriteLine(format.c_str(), 0x100FF, 0, "ab"),
+              written ? 0 : LFILE_ERR_FORMAT)
+        << format;
+    EXPECT_EQ(testsupport::ReadFile(path), written.value_or("")) << format;
+    testsupport::CaptureStream out(stdout);
+    EXPECT_EQ(channel.Output(format.c_str(), 0x100FF, 0, "ab"), shown ? 0 : -1) << format;
+    EXPECT_EQ(out.Release(), shown.value_or("")) << format;
+  }
+  EXPECT_EQ(LFile(path.c_str(), "w").WriteLine(nullptr), LFILE_ERR_FORMAT);
+}
+
+// The old log is closed, and so flushed, before the new one fails.
+TEST(LMsgOutput, ANewLogThatFailsReplacesTheOld) {
   const testsupport::TempDir dir;
   LMsgOutput channel;
-  channel.SetOutputOptions(LMSG_OUTPUT_STDOUT | LMSG_OUTPUT_LOG);
-  testsupport::CaptureStream out(stdout);
+  channel.SetOutputOptions(LMSG_OUTPUT_LOG);
   EXPECT_EQ(channel.InitLogFile((dir / "log").c_str(), true), 0);
-  EXPECT_EQ(channel.Output("%.0x|", 0), 0);  // an empty value
-  // A value text of 256 characters (200 digits and a suffix) is refused.
-  EXPECT_EQ(channel.Output(("%200i" + std::string(55, '-') + "d").c_str(), 7), -1);
-  channel.Print(nullptr);  // writes nothing
+  EXPECT_EQ(channel.PrintLog("|"), 0);
   EXPECT_EQ(channel.InitLogFile((dir / "none/log").c_str(), true), ENOENT);
-  EXPECT_EQ(out.Release(), "|");
-  EXPECT_EQ(testsupport::ReadFile(dir / "log"), "|");  // flushed by the close
+  EXPECT_EQ(testsupport::ReadFile(dir / "log"), "|");
+  channel.Print(nullptr);  // writes nothing
 }
