@@ -38,6 +38,8 @@ TEST(FormatScan, LimitsOfTheScan) {
     EXPECT_EQ(out.Release(), shown.value_or("")) << format;
   }
   EXPECT_EQ(LFile(path.c_str(), "w").WriteLine(nullptr), LFILE_ERR_FORMAT);
+  EXPECT_EQ(LFile().WriteLine("%u"), LFILE_ERR_NOT_OPEN);  // readiness before the format
+  EXPECT_EQ(LFile(path.c_str(), "r").WriteLine("%u"), LFILE_ERR_NOT_WRITABLE);
 }
 
 // The old log is closed, and so flushed, before the new one fails.
