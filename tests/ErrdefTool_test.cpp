@@ -17,7 +17,8 @@
 // that line and a statement begun on the line before, text behind an "<E/>"
 // moves to the next line, and the last line has no line end. In the
 // second a statement of exactly 16 MiB behind a comment stands ahead of the
-// blocks, and a lone comment end stays in a statement.
+// blocks, and a lone comment end stays in a statement whose first line
+// holds only its first character.
 TEST(ErrdefTool, ReportsAndExitStatus) {
   const std::string a(30000, 'a');
   const std::tuple<std::string, const char*, int, std::string> rows[] = {
@@ -44,7 +45,7 @@ TEST(ErrdefTool, ReportsAndExitStatus) {
            "defs.txt:8: warning: a statement cut off by the end of the file (no \"<E/>\") is "
            "dropped: \"tail\"\n\n7 warnings\n"},
       {H "<!--c-->1<S/>" + std::string((1 << 24) - 17, 'x') +
-           "<S/>STOP<E/>\nOffset<S/>1<E/>\n2<S/>-->b<S/>STOP<E/>\n",
+           "<S/>STOP<E/>\nOffset<S/>1<E/>\n2\n<S/>-->b<S/>STOP<E/>\n",
        "defs.txt --block 5", 1,
        "defs.txt: 0 definitions loaded (block 5)\n\n"
        "defs.txt:2: warning: a definition stands ahead of the first offset statement: it belongs "

@@ -40,8 +40,8 @@ TEST(HexConversion, EveryByteAgainstTheCLibrary) {
 TEST(HexConversion, HexStr2Hex16ShortensTheTextOnAnyLowerCasePrefix) {
   using Row = std::tuple<const char*, unsigned, const char*>;  // text, value, text after
   for (auto [text, value, after] :
-       {Row{"1F", 31, "1F"}, Row{"0x1F", 31, "1F"}, Row{"0x", 0, ""}, Row{"", 0, ""},
-        Row{"0X1F", 31, "0X1F"}, Row{"10x2", 2, "x2"}, Row{"1G2", 0x102, "1G2"},
+       {Row{"F", 15, "F"}, Row{"1F", 31, "1F"}, Row{"0x1F", 31, "1F"}, Row{"0x", 0, ""},
+        Row{"", 0, ""}, Row{"0X1F", 31, "0X1F"}, Row{"10x2", 2, "x2"}, Row{"1G2", 0x102, "1G2"},
         Row{"ffffFFFF", 0xFFFFFFFFu, "ffffFFFF"}, Row{"123456789", 0x23456789u, "123456789"}}) {
     char buffer[16];
     std::strcpy(buffer, text);
