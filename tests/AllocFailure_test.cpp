@@ -254,6 +254,7 @@ TEST(AllocFailure, BuffersKeepTheirBlocks) {
       ring.Allocate(16);
       bits.InitBuffer(64);
     });
+    EXPECT_EQ(bits.GetBufferBitSize(), threw ? 0 : 64);  // a failed buffer holds no bits
     ring.WriteData(static_cast<unsigned char>(1));
     bits.WriteByte(0, 1);
   });

@@ -165,6 +165,8 @@ TEST(LFile, StreamFailuresStoreTheirCodes) {
   // and write, so the stream refuses the other direction (ferror).
   EXPECT_GT(LFile(path.c_str(), "wr").Read(1, &byte), 0);
   EXPECT_GT(LFile(path.c_str(), "rw").WriteChar('x'), 0);
+  EXPECT_GT(LFile(path.c_str(), "rw").WriteLine("%d", 1), 0);
+  EXPECT_EQ(LFile(path.c_str(), "rw").WriteLine("no ferror test of the last piece"), 0);
   // A failed fclose drops the stream and keeps the name.
   LFile full("/dev/full", "w");
   EXPECT_EQ(full.WriteChar('x'), 0);
