@@ -18,8 +18,8 @@
 // moves to the next line, and the last line has no line end. In the
 // second a statement of exactly 16 MiB behind a comment stands ahead of the
 // blocks, and a lone comment end stays in a statement whose first line
-// holds only its first character. The third selects block 0 and has text
-// right behind the header.
+// holds only its first character. The third selects block 0, has text right
+// behind the header, and a statement on three lines ahead of a long one.
 TEST(ErrdefTool, ReportsAndExitStatus) {
   const std::string a(30000, 'a');
   const std::tuple<std::string, const char*, int, std::string> rows[] = {
@@ -54,10 +54,13 @@ TEST(ErrdefTool, ReportsAndExitStatus) {
        "defs.txt:4: warning: a comment mark stays in the statement text: "
        "\"2<S/>-->b<S/>STOP<E/>\"\n"
        "defs.txt: warning: no offset statement has the value 5: nothing is loaded\n\n3 warnings\n"},
-      {"<ErrorMessageDefinition>x\nOffset<S/>0<E/>\n7 <S/>A<S/>STOP<E/>\n", "defs.txt --block 0", 1,
-       "defs.txt: 1 definition loaded (block 0)\n\n"
+      {"<ErrorMessageDefinition>x\nOffset<S/>0<E/>\n7 <S/>\nA\nB\n<S/>STOP<E/>\n8<S/>" +
+           std::string(16, 'b') + "<S/>STOP<E/>\n",
+       "defs.txt --block 0", 1,
+       "defs.txt: 2 definitions loaded (block 0)\n\n"
        "line  code      offset  number  continue  message\n"
-       "   3  00000007       0       7         0  \"A\"\n\n"
+       "   3  00000007       0       7         0  \"AB\"\n"
+       "   7  00000008       0       8         0  \"bbbbbbbbbbbbbbbb\"\n\n"
        "defs.txt:1: warning: text behind the header is not read: \"x\"\n\n1 warning\n"},
       {"", "defs.txt", 2, "defs.txt: load failed with result -1: the file is empty\n"},
       {"x\n", "defs.txt", 2,

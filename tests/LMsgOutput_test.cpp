@@ -22,8 +22,9 @@ TEST(FormatScan, LimitsOfTheScan) {
   // The format; what WriteLine writes and what Output shows (nullopt: refused).
   const std::tuple<std::string, std::optional<std::string>, std::optional<std::string>> rows[] = {
       {"%hhx|%.0x|%.2147483647s|", "ff||ab|", "ff||ab|"},
-      {"ab%2147483648d", std::nullopt, std::nullopt},  // refused before its text
-      {"%.3cd", std::nullopt, std::nullopt},           // no precision for a character
+      {"ab%2147483648d", std::nullopt, std::nullopt},            // refused before its text
+      {"%.3cd", std::nullopt, std::nullopt},                     // no precision for a character
+      {"%300d", std::string(295, ' ') + "65791", std::nullopt},  // a value over 255 characters
       {"%" + zeros + "1d", "65791", "65791"},
       {"%0" + zeros + "1d", std::nullopt, std::nullopt},
       {"%200i" + dashes + "d", std::string(195, ' ') + "65791" + dashes + "d", std::nullopt}};
