@@ -62,6 +62,7 @@ TEST(ErrorDefinitionFile, DirectoriesOfALoad) {
   ASSERT_EQ(chdir("gone"), 0);
   ASSERT_EQ(rmdir((root / "gone").c_str()), 0);
   EXPECT_EQ(h.Initialize(name.data(), -1), -3);
+  EXPECT_EQ(getcwd(nullptr, 0), nullptr);  // still in the removed folder
 }
 
 // Texts are copied; nothing is recorded or read while the stored name does

@@ -142,17 +142,23 @@ TEST(LFile, OperationsFollowTheModel) { model::RunSeeds(RunFileOps, 20, 2000); }
 
 // Codes below -100 are the hook's; positive ones are errno values.
 TEST(LFile, CodesHaveTheirTexts) {
+  const std::pair<int, std::string> rows[] = {{0, "No Error!"},
+                                              {-1, "LFile conflict : Unable to open file."},
+                                              {-2, "Unsupported print format."},
+                                              {-3, "File not opened."},
+                                              {-4, "File not readable."},
+                                              {-5, "File not writable."},
+                                              {-6, "End Of File Reached."},
+                                              {-7, "Invalid Filename."},
+                                              {-8, "Unknown error."},
+                                              {-100, "Unknown error."},
+                                              {-101, "derived"},
+                                              {EACCES, std::strerror(EACCES)}};
   Derived file;
-  std::string texts;
-  for (const int code : {0, -1, -2, -3, -4, -5, -6, -7, -8, -100, -101, EACCES}) {
+  for (const auto& [code, text] : rows) {
     file.Store(code, 0);
-    texts += file.GetErrorMessage() + std::string("|");
+    EXPECT_EQ(file.GetErrorMessage(), text) << code;
   }
-  EXPECT_EQ(texts,
-            "No Error!|LFile conflict : Unable to open file.|Unsupported print format.|"
-            "File not opened.|File not readable.|File not writable.|End Of File Reached.|"
-            "Invalid Filename.|Unknown error.|Unknown error.|derived|" +
-                std::string(std::strerror(EACCES)) + "|");
   file.Store(0, LFILE_MODE_APPEND);  // only a derived class raises it
   EXPECT_TRUE(file.IsAppend());
 }

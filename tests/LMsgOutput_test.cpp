@@ -14,8 +14,10 @@ TEST(FormatScan, WriteLineOutputAndPrintLogFollowTheModel) {
   model::RunSeeds(format_model::RunFormatOps, 20, 800);
 }
 
-// "hh", numbers at and past INT_MAX, conversions of 254 and 255 characters,
-// an empty value, and a value of 256 characters, which Output alone refuses.
+// What the seeded run meets seldom or never: "hh", numbers at and past
+// INT_MAX, a precision on a character, conversions of 254 and 255 characters,
+// an empty value, values over 255 characters, which Output alone refuses, a
+// null format, and readiness tested before the format.
 TEST(FormatScan, LimitsOfTheScan) {
   const testsupport::TempDir dir;
   const std::string zeros(251, '0'), dashes(55, '-'), path = dir / "f";
