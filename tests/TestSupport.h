@@ -19,10 +19,8 @@ namespace testsupport {
 // in it when the object goes.
 class TempDir {
  public:
-  TempDir() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "vq0300-test-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) std::abort();
-    path_ = pattern;
+  TempDir() : path_((std::filesystem::temp_directory_path() / "vq0300-test-XXXXXX").string()) {
+    if (mkdtemp(path_.data()) == nullptr) std::abort();
   }
   ~TempDir() {
     std::error_code ignored;
@@ -41,18 +39,12 @@ class TempDir {
 // Restores the working directory of its construction when it goes, so a test
 // that changes directory leaves the process where it found it, also when an
 // assertion ends the test early.
-class WorkingDirGuard {
- public:
-  WorkingDirGuard() : path_(std::filesystem::current_path()) {}
+struct WorkingDirGuard {
+  const std::filesystem::path path = std::filesystem::current_path();
   ~WorkingDirGuard() {
     std::error_code ignored;
-    std::filesystem::current_path(path_, ignored);
+    std::filesystem::current_path(path, ignored);
   }
-  WorkingDirGuard(const WorkingDirGuard&) = delete;
-  WorkingDirGuard& operator=(const WorkingDirGuard&) = delete;
-
- private:
-  std::filesystem::path path_;
 };
 
 // Removes the file first: truncating a file that exists costs a flush here.
