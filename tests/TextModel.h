@@ -1,6 +1,6 @@
 // The string classes beside models built on std::string. RunTextOps decodes
 // numbered operations from an OpInput and checks every result; a failure
-// names the operation by its number in the decoder. Text_test runs it
+// names the operation by its number in the decoder. LCString_test runs it
 // over fixed seeds, fuzz/LCString_fuzz over fuzzer input.
 #ifndef VQ0300_TESTS_TEXTMODEL_H
 #define VQ0300_TESTS_TEXTMODEL_H
