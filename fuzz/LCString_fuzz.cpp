@@ -1,4 +1,4 @@
-// LCString against its model, over fuzzer input (see tests/TextModel.h).
+// LCString and LString against their model, over fuzzer input (see tests/TextModel.h).
 #include "TextModel.h"
 
-MODEL_FUZZ_TARGET(text_model::RunLCStringOps)
+MODEL_FUZZ_TARGET(text_model::RunTextOps)

@@ -1,5 +1,5 @@
+// The hexadecimal conversions against the C library, and in tables.
 #include <vq0300/HexConversion.h>
-#include <vq0300/TimeText.h>
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
+#include <string>
 #include <tuple>
 
 // Every byte value against printf's upper-case hex and strtol's reading of a
@@ -38,27 +38,14 @@ TEST(HexConversion, EveryByteAgainstTheCLibrary) {
 
 // A lower-case "0x" anywhere shortens the text in place by its first two characters.
 TEST(HexConversion, HexStr2Hex16ShortensTheTextOnAnyLowerCasePrefix) {
-  using Row = std::tuple<const char*, unsigned, const char*>;  // text, value, text after
+  using Hex = std::tuple<const char*, unsigned, const char*>;  // text, value, text after
   for (auto [text, value, after] :
-       {Row{"F", 15, "F"}, Row{"1F", 31, "1F"}, Row{"0x1F", 31, "1F"}, Row{"0x", 0, ""},
-        Row{"", 0, ""}, Row{"0X1F", 31, "0X1F"}, Row{"10x2", 2, "x2"}, Row{"1G2", 0x102, "1G2"},
-        Row{"ffffFFFF", 0xFFFFFFFFu, "ffffFFFF"}, Row{"123456789", 0x23456789u, "123456789"}}) {
-    char buffer[16];
-    std::strcpy(buffer, text);
-    EXPECT_EQ(util_HexStr2Hex16(buffer), value) << text;
-    EXPECT_STREQ(buffer, after) << text;
+       {Hex{"F", 15, "F"}, Hex{"1F", 31, "1F"}, Hex{"0x1F", 31, "1F"}, Hex{"0x", 0, ""},
+        Hex{"", 0, ""}, Hex{"0X1F", 31, "0X1F"}, Hex{"10x2", 2, "x2"}, Hex{"1G2", 0x102, "1G2"},
+        Hex{"ffffFFFF", 0xFFFFFFFFu, "ffffFFFF"}, Hex{"123456789", 0x23456789u, "123456789"}}) {
+    std::string buffer = text;
+    EXPECT_EQ(util_HexStr2Hex16(&buffer[0]), value) << text;
+    EXPECT_STREQ(buffer.c_str(), after) << text;
   }
   EXPECT_EQ(util_HexStr2Hex16(nullptr), 0u);
-}
-
-// The platform's asctime of the same moment with its line end turned into two
-// blanks: 26 characters, whatever the string held before.
-TEST(TimeText, AsctimeLayoutWithTwoTrailingBlanks) {
-  LCString text("previous content that is longer than a time stamp");
-  std::time_t t = std::time(nullptr);
-  util_GetTime(text);
-  std::string expected;
-  for (const std::time_t after = std::time(nullptr); t <= after && expected != text.c_str(); ++t)
-    expected = std::string(std::asctime(std::localtime(&t)), 24) + "  ";
-  EXPECT_EQ(text.c_str(), expected);
 }

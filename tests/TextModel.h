@@ -1,8 +1,7 @@
-// The string classes beside models built on std::string. RunLStringOps and
-// RunLCStringOps decode numbered operations from an OpInput and check every
-// result; a failure names the operation by its number in the decoder.
-// LCString_test runs both over fixed seeds, fuzz/LString_fuzz and
-// fuzz/LCString_fuzz over fuzzer input.
+// The string classes beside models built on std::string. RunTextOps decodes
+// numbered operations from an OpInput and checks every result; a failure
+// names the operation by its number in the decoder. LCString_test runs it
+// over fixed seeds, fuzz/LCString_fuzz over fuzzer input.
 #ifndef VQ0300_TESTS_TEXTMODEL_H
 #define VQ0300_TESTS_TEXTMODEL_H
 
@@ -11,7 +10,6 @@
 #include <vq0300/StringRoutines.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -26,7 +24,6 @@ namespace text_model {
 // An alphabet where texts meet and the white-space and case boundaries
 // stand, NUL among them.
 constexpr std::string_view kBytes{"aabbab\0 !~\x7f\x80zAZ_", 16};
-inline char Char(model::OpInput& in) { return kBytes[in.Int(0, 15)]; }
 
 // A heap copy of s with its terminator and nothing more, so reads past it show.
 inline std::vector<char> Heap(const std::string& s) { return {&s[0], &s[s.size()] + 1}; }
@@ -53,69 +50,6 @@ inline std::string Cut(const std::string& s, int start, int count) {
   return count < 1 || start >= static_cast<int>(s.size()) ? "" : s.substr(start, count);
 }
 
-// LString on texts with no NUL, each in a heap block of its own size; about
-// one pointer in sixteen is null. The free routines of StringRoutines.h that
-// have an oracle run here too.
-inline void RunLStringOps(model::OpInput& in) {
-  LString ls;
-  while (!in.Done()) {
-    const int op = in.Int(0, 16);
-    model::Step() = "operation " + std::to_string(op);
-    const std::string raw = in.Bytes(8, kBytes), s = raw.c_str(), sub = in.Text(3, "ab");
-    const int len = static_cast<int>(s.size()), x = in.Index(len), y = in.Index(len);
-    const char ch = Char(in);
-    auto hs = Heap(s), hsub = Heap(sub);
-    char* src = in.Int(0, 15) == 0 ? nullptr : hs.data();
-    char const* arg = in.Int(0, 15) == 0 ? nullptr : hsub.data();
-    // std::string's searches, a NUL character standing for the empty text.
-    const std::string as_text(ch == '\0' ? 0 : 1, ch);
-    const int found[] = {Pos(s.find(sub)),  Pos(s.find(as_text)),  Pos(s.find_first_of(sub)),
-                         Pos(s.rfind(sub)), Pos(s.rfind(as_text)), Pos(s.find_last_of(sub))};
-    const int got[] = {ls.Find(src, arg),       ls.Find(src, ch),
-                       ls.FindOneOf(src, arg),  ls.ReverseFind(src, arg),
-                       ls.ReverseFind(src, ch), ls.ReverseFindOneOf(src, arg)};
-    const bool miss = src == nullptr || s.empty() || (arg == nullptr && op != 1 && op != 4);
-    if (op < 6) MODEL_CHECK(got[op] == (miss ? -1 : found[op]));
-    // Left, Right and Mid into a block of the result's size filled with '#',
-    // into src itself, or into null; a null src writes nothing.
-    const int from = op == 6 ? 0 : op == 7 ? len - std::min(std::max(x, 0), len) : x;
-    const std::string want = Cut(s, from, op == 8 ? y : x);
-    std::string block(want.size() + 1, '#'), changed = raw;
-    char* dst = in.Bool() ? src : in.Bool() ? nullptr : &block[0];
-    if (op == 6) ls.Left(dst, src, x);
-    if (op == 7) ls.Right(dst, src, x);
-    if (op == 8) ls.Mid(dst, src, x, y);
-    if (op >= 6 && op <= 8 && dst == &block[0])
-      MODEL_CHECK(block == (src ? want + '\0' : std::string(want.size() + 1, '#')));
-    if (op >= 6 && op <= 8 && src) MODEL_CHECK(src == (dst == src ? want : s));
-    // TrimRight overwrites what it removes with NUL.
-    const std::string kept = Trimmed(s, false), nuls(s.size() + 1 - kept.size(), '\0');
-    if (op == 9) ls.TrimLeft(src);
-    if (op == 9 && src) MODEL_CHECK(src == Trimmed(s, true));
-    if (op == 10) ls.TrimRight(src);
-    if (op == 10 && src) MODEL_CHECK(std::string(src, s.size() + 1) == kept + nuls);
-    // The case mappings and strrev on changed, a copy of raw: the char* forms
-    // stop at the first NUL, the std::string forms go by size.
-    const std::string rest = raw.substr(s.size());
-    if (op == 11) MODEL_CHECK(strupr(&changed[0]) == &changed[0]);
-    if (op == 12) MODEL_CHECK(strlwr(&changed[0]) == &changed[0]);
-    if (op == 13) strupr(changed);
-    if (op == 14) strlwr(changed);
-    if (op == 15) strrev(&changed[0]);
-    const std::string mapped[] = {Mapped(s) + rest, Mapped(s, 'A', 'a') + rest, Mapped(raw),
-                                  Mapped(raw, 'A', 'a'), std::string(s.rbegin(), s.rend()) + rest};
-    if (op >= 11 && op <= 15) MODEL_CHECK(changed == mapped[op - 11]);
-    if (op == 16) {
-      // itoa against std::to_chars, whose letters are lower case.
-      const int value = in.Int(INT_MIN, INT_MAX) >> in.Int(0, 31), base = in.Int(2, 36);
-      char digits[40] = {}, buffer[40];
-      std::to_chars(digits, digits + sizeof digits, value, base);
-      MODEL_CHECK(itoa(value, buffer, base) == buffer + std::strlen(digits));
-      MODEL_CHECK(buffer == Mapped(digits));
-    }
-  }
-}
-
 // An LCString beside its model: the counted view, and where AddString writes
 // next (L - 1 after a copy, operator=, += or a constructor from a text).
 struct Slot {
@@ -130,12 +64,13 @@ struct Slot {
 
 // Three strings; after every operation each has its length, counted bytes and
 // terminator checked. The add position shows whenever AddString runs.
-inline void RunLCStringOps(model::OpInput& in) {
+inline void RunTextOps(model::OpInput& in) {
   int (LCString::*const by_text[])(char const*) = {
       &LCString::Find, &LCString::FindOneOf, &LCString::ReverseFind, &LCString::ReverseFindOneOf};
   int (LCString::*const by_string[])(LCString const&) = {
       &LCString::Find, &LCString::FindOneOf, &LCString::ReverseFind, &LCString::ReverseFindOneOf};
   Slot slots[3];
+  LString ls;
   while (!in.Done()) {
     Slot &a = slots[in.Int(0, 2)], &c = slots[in.Int(0, 2)], &b = slots[in.Int(0, 2)];
     const int op = in.Int(0, 34);
@@ -143,9 +78,56 @@ inline void RunLCStringOps(model::OpInput& in) {
     LCString& s = *a.s;
     std::string& bytes = a.bytes;
     const int len = a.Length(), n = in.Int(-2, 9), x = in.Index(len), y = in.Index(len);
-    const char ch = Char(in);
+    const char ch = kBytes[in.Int(0, 15)];
     const std::string t = in.Bytes(5, kBytes), text = t.c_str(), view = bytes.c_str(),
                       other = b.bytes.c_str();
+    // First LString and the free routines, on copies of the bytes as they are
+    // before the operation: src is a heap copy of their terminated view (null
+    // when n is -2), sub one of text (null when n is -1). lop picks what is
+    // checked.
+    const int lop = op % 16, vlen = static_cast<int>(view.size());
+    auto hs = Heap(view), htext = Heap(text);
+    char* src = n == -2 ? nullptr : hs.data();
+    char const* sub = n == -1 ? nullptr : htext.data();
+    // std::string's searches, a NUL character standing for the empty text.
+    const std::string as_text(ch == '\0' ? 0 : 1, ch);
+    const int hits[] = {Pos(view.find(text)),          Pos(view.find(as_text)),
+                        Pos(view.find_first_of(text)), Pos(view.rfind(text)),
+                        Pos(view.rfind(as_text)),      Pos(view.find_last_of(text))};
+    const int seen[] = {ls.Find(src, sub),       ls.Find(src, ch),
+                        ls.FindOneOf(src, sub),  ls.ReverseFind(src, sub),
+                        ls.ReverseFind(src, ch), ls.ReverseFindOneOf(src, sub)};
+    const bool miss = src == nullptr || vlen == 0 || (sub == nullptr && lop != 1 && lop != 4);
+    if (lop < 6) MODEL_CHECK(seen[lop] == (miss ? -1 : hits[lop]));
+    // Left, Right and Mid into a block of the result's size filled with '#',
+    // into src itself (n odd), or into null (n 0); a null src writes nothing.
+    const int from = lop == 6 ? 0 : lop == 7 ? vlen - std::min(std::max(x, 0), vlen) : x;
+    const std::string part = Cut(view, from, lop == 8 ? y : x);
+    std::string block(part.size() + 1, '#'), changed = bytes;
+    char* into = n % 2 ? src : n == 0 ? nullptr : &block[0];
+    if (lop == 6) ls.Left(into, src, x);
+    if (lop == 7) ls.Right(into, src, x);
+    if (lop == 8) ls.Mid(into, src, x, y);
+    if (lop >= 6 && lop <= 8 && into == &block[0])
+      MODEL_CHECK(block == (src ? part + '\0' : std::string(part.size() + 1, '#')));
+    if (lop >= 6 && lop <= 8 && src) MODEL_CHECK(src == (into == src ? part : view));
+    // TrimRight overwrites what it removes with NUL.
+    const std::string kept = Trimmed(view, false), nuls(vlen + 1 - kept.size(), '\0');
+    if (lop == 9) ls.TrimLeft(src);
+    if (lop == 9 && src) MODEL_CHECK(src == Trimmed(view, true));
+    if (lop == 10) ls.TrimRight(src);
+    if (lop == 10 && src) MODEL_CHECK(std::string(src, vlen + 1) == kept + nuls);
+    // The case mappings and strrev: the char* forms on src, the std::string
+    // forms on changed, a copy of all the bytes.
+    if (lop == 11) MODEL_CHECK(strupr(src) == src);
+    if (lop == 12) MODEL_CHECK(strlwr(src) == src);
+    if (lop == 13) strupr(changed);
+    if (lop == 14) strlwr(changed);
+    if (lop == 15) strrev(src);
+    const std::string mapped[] = {Mapped(view), Mapped(view, 'A', 'a'), Mapped(bytes),
+                                  Mapped(bytes, 'A', 'a'), std::string(view.rbegin(), view.rend())};
+    if (lop == 13 || lop == 14) MODEL_CHECK(changed == mapped[lop - 11]);
+    if (lop >= 11 && lop != 13 && lop != 14 && src) MODEL_CHECK(src == mapped[lop - 11]);
 
     if (op == 1) c.Set(new LCString(n), std::string(std::max(n, 0), '\0'));
     if (op == 2) c.Set(new LCString(text.c_str()), text, true);
@@ -169,11 +151,10 @@ inline void RunLCStringOps(model::OpInput& in) {
     }
     // Element access; operator[] gives the terminator cell at len, and any
     // other index outside the string falls back on the last character.
-    const char last = bytes.empty() ? '\0' : bytes.back();
     const bool inside = x >= 0 && x < len;
-    const int cell = inside || x == len ? x : std::max(len - 1, 0);
-    if (op == 13) MODEL_CHECK(s.GetAt(x) == (inside ? bytes[x] : last));
-    if (op == 14) MODEL_CHECK(std::as_const(s)[x] == (x == len ? '\0' : inside ? bytes[x] : last));
+    const int last = std::max(len - 1, 0), cell = inside || x == len ? x : last;
+    if (op == 13) MODEL_CHECK(s.GetAt(x) == (bytes + '\0')[inside ? x : last]);
+    if (op == 14) MODEL_CHECK(std::as_const(s)[x] == (bytes + '\0')[cell]);
     if (op == 15) MODEL_CHECK(s.SetAt(x, ch) == inside);
     if (op == 15 && inside) bytes[x] = ch;
     if (op == 16) MODEL_CHECK(&s[x] == s.c_str() + cell);
@@ -190,10 +171,9 @@ inline void RunLCStringOps(model::OpInput& in) {
       const std::string piece = Cut(bytes, x, y).c_str();
       const std::string& needle = form == 1 ? other : form == 3 ? piece : text;
       const int tail = static_cast<int>(bytes.rfind('\0') + 1);
-      const std::string behind = bytes.substr(tail);
       const int found[] = {Pos(view.find(needle)), Pos(view.find_first_of(needle)),
-                           needle.empty() ? len : Pos(behind.rfind(needle), tail),
-                           Pos(behind.find_last_of(needle), tail)};
+                           needle.empty() ? len : Pos(bytes.substr(tail).rfind(needle), tail),
+                           Pos(bytes.substr(tail).find_last_of(needle), tail)};
       const int got = form == 1 ? (s.*by_string[op - 20])(*b.s)
                                 : (s.*by_text[op - 20])(form == 2 ? nullptr : needle.c_str());
       MODEL_CHECK(got == (len < 1 || form == 2 ? -1 : found[op - 20]));
@@ -237,8 +217,8 @@ inline void RunLCStringOps(model::OpInput& in) {
     for (const Slot& each : slots) {
       MODEL_CHECK(each.s->GetLength() == each.Length());
       MODEL_CHECK(each.s->IsEmpty() == each.bytes.empty());
-      MODEL_CHECK(std::memcmp(each.s->c_str(), each.bytes.data(), each.bytes.size()) == 0);
-      MODEL_CHECK(each.s->c_str()[each.Length()] == '\0');
+      // The counted bytes, then the terminator.
+      MODEL_CHECK(std::memcmp(each.s->c_str(), each.bytes.c_str(), each.bytes.size() + 1) == 0);
       MODEL_CHECK(LTEXT(*each.s) == each.s->c_str());
     }
   }
