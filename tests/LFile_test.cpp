@@ -1,18 +1,12 @@
-// The files part: LFile beside a model of its states, its stored code and the
-// files it reads and writes; the format scan of LFile::WriteLine and of
-// LMsgOutput's Output and PrintLog beside its model, also over formats at the
-// limits of the scan; LLog beside a model of the log file it should leave and
-// the path it holds. As tables, the codes and their texts and the failures of
+// LFile beside a model of its states, its stored code and the files it reads
+// and writes; as tables, the codes and their texts and the failures of
 // streams that the model keeps sound.
-#include <vq0300/LLog.h>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <optional>
-#include <regex>
 
 #include "FormatModel.h"
 
@@ -137,42 +131,6 @@ void RunFileOps(model::OpInput& in) {
   }
 }
 
-// LLog beside a model of the log file it should leave and the path it holds.
-void RunLogOps(model::OpInput& in) {
-  static const std::regex stamp("[A-Z][a-z]{2} [A-Z][a-z]{2} [ 0-9][0-9] [0-9:]{8} [0-9]{4}  ");
-  const testsupport::TempDir dir;
-  const std::string names[] = {dir / "log", dir / "none/log", ""};
-  const char* const modes[] = {"a", "w", "", nullptr};
-  std::optional<std::string> file;  // names[0]; the others are never created
-  std::string path;
-  LLog log;
-  while (!in.Done()) {
-    const int op = in.Int(0, 5), which = in.Int(0, 3);
-    const char* const mode = modes[in.Int(0, 3)];
-    const std::string text = in.Text(6, "%%d a\n");
-    // A null text counts as an empty one.
-    const char* const t = text.empty() && in.Bool() ? nullptr : text.c_str();
-    const bool here = path == names[0];
-    model::Step() = "operation " + std::to_string(op) + " with \"" + text + "\"";
-    if (op == 0) log.SetLogFilename(which < 3 ? names[which].c_str() : nullptr, mode);
-    if (op == 0 && which < 2 && mode && *mode) path = names[which];
-    if (op == 0 && which == 0 && mode && *mode) file = *mode == 'w' ? "" : file.value_or("");
-    if (op > 0 && here) file = op == 4 ? "" : file.value_or("");  // opened, or made anew
-    if (op == 1) log.LogHeader(t);
-    if (op == 1 && here) *file += "\t\t\tKorvane Semiconductor Corporation\n\t\t\t" + text + "\n\n";
-    if (op == 2) log.WriteMessage(t);  // "%%" is one "%", nothing else changes
-    if (op == 2 && here) *file += "@" + std::regex_replace(text, std::regex("%%"), "%");
-    if (op == 3) log.WriteMessage2(t);
-    if (op == 3 && here) *file += "@" + text;
-    if (op == 4) log.Clear();
-    if (op == 5) MODEL_CHECK(log.IsOpen() == here);
-    MODEL_CHECK(log.GetLogFilename() == path);
-    MODEL_CHECK(std::filesystem::exists(names[0]) == file.has_value());
-    MODEL_CHECK(std::regex_replace(testsupport::ReadFile(names[0]), stamp, "@") ==
-                file.value_or(""));
-  }
-}
-
 // Stores codes and raises the append flag as a derived class may.
 struct Derived : LFile {
   Derived() { m_byMode = LFILE_MODE_APPEND; }
@@ -227,23 +185,3 @@ TEST(LFile, ProbesOfTheFileSystem) {
   EXPECT_EQ(LFile::exists(nullptr), 0);
   EXPECT_EQ(LFile::IsDirectoryWritable(nullptr), 0);
 }
-
-TEST(FormatScan, WriteLineOutputAndPrintLogFollowTheModel) {
-  model::RunSeeds(format_model::RunFormatOps, 20, 800);
-}
-
-// Formats the seeded run meets seldom or never, through WriteLine and Output
-// beside the model: "hh", numbers at and past INT_MAX, a precision on a
-// character, conversions of 254 and 255 characters, an empty value and
-// values over 255 characters, which Output alone refuses.
-TEST(FormatScan, LimitsOfTheScan) {
-  const std::string zeros(251, '0');
-  const std::vector<format_model::Arg> args = {{'d', 0x100FF}, {'d', 0}, {'s', 0, 0, "ab"}};
-  for (const std::string& f : std::vector<std::string>{
-           "%hhx|%.0x|%.2147483647s|", "ab%2147483648d", "%.3cd", "%300d", "%" + zeros + "1d",
-           "%0" + zeros + "1d", "%200i" + std::string(55, '-') + "d"})
-    for (int op = 0; op < 2; ++op)
-      EXPECT_NO_THROW(format_model::CheckFormat(op, f, args, {LMSG_OUTPUT_STDOUT}, false, kDir));
-}
-
-TEST(LLog, RecordsFollowTheModel) { model::RunSeeds(RunLogOps, 10, 400); }
