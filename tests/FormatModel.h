@@ -11,6 +11,7 @@
 #include <vq0300/LFile.h>
 #include <vq0300/LMsgOutput.h>
 
+#include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <regex>
@@ -26,9 +27,9 @@ inline char KindOf(char letter) { return In("ef", letter) ? 'f' : letter == 's' 
 
 struct Arg {
   char kind;
-  int i;
-  double d;
-  const char* text;
+  int i = 0;
+  double d = 0;
+  const char* text = nullptr;
 };
 
 template <typename T>
@@ -38,41 +39,40 @@ std::string Printf(const std::string& directive, T value) {
   return out;  // a %c of 0 leaves a NUL byte in it
 }
 
+// "%%" is one "%", nothing else changes.
+inline std::string Literal(const std::string& text) {
+  return std::regex_replace(text, std::regex("%%"), "%");
+}
+
 // Adds what printf writes for the conversion c (a "%" through letter) with
 // the argument a (null: none may be shown) to out; false where it is refused.
 inline bool Value(const std::string& c, char letter, const Arg* a, std::string& out) {
-  static const std::regex grammar("%([-+ #0]*)([0-9]*)(\\.([0-9]*))?(hh|ll|[hljzt])?(.?)");
-  bool shown = false;
-  for (auto i = c.begin(); i != c.end();) {
-    std::smatch m;
-    if (*i != '%' || i[1] == '%') {
-      out += *i;
-      i += *i == '%' ? 2 : 1;
-      continue;
-    }
-    std::regex_search(i, c.end(), m, grammar, std::regex_constants::match_continuous);
-    const std::string flags = m[1], length = m[5];
-    const char conv = m.str(6)[0];
-    const char kind = In("eEfFgGaA", conv) ? 'f' : conv == 's' ? 's' : 'd';
-    if (shown || !a || !In("diouxXceEfFgGaAs", conv) || kind != KindOf(letter) ||
-        std::stod("0" + m.str(2)) > INT_MAX || std::stod("0" + m.str(4)) > INT_MAX ||
-        (In(flags.c_str(), '#') && In("diucs", conv)) ||
-        (In(flags.c_str(), '0') && In("cs", conv)) || (m[3].matched && conv == 'c') ||
-        (!length.empty() && (In("cs", conv) || (kind == 'f' && length != "l")))) {
-      return false;
-    }
-    // The int is a 32-bit pattern, zero-extended by the wide modifiers (all
-    // of them 64 bits here, so "ll" stands for them).
-    const bool wide = In("ljzt", length[0]) && kind == 'd', sign = In("dic", conv);
-    const std::string d = "%" + flags + m.str(2) + m.str(3) + (wide ? "ll" : length) + conv;
-    const unsigned u = static_cast<unsigned>(a->i);
-    out += kind == 'f'   ? Printf(d, a->d)
-           : kind == 's' ? Printf(d, a->text ? a->text : "(null)")
-           : wide        ? (sign ? Printf(d, 0LL + u) : Printf(d, 0ULL + u))
-                         : (sign ? Printf(d, a->i) : Printf(d, u));
-    i += m.length(0), shown = true;
-  }
-  return c.size() <= 254;
+  // Literal text around at most one directive: flags, width, precision,
+  // length modifier and conversion.
+  static const std::regex grammar(
+      "((?:[^%]|%%)*)(%([-+ #0]*)([0-9]*)(\\.([0-9]*))?(hh|ll|[hljzt])?(.))?((?:[^%]|%%)*)");
+  std::smatch m;
+  if (!std::regex_match(c, m, grammar) || c.size() > 254) return false;
+  if (!m[2].matched) return out += Literal(c), true;
+  const std::string flags = m[3], length = m[7];
+  const char conv = m.str(8)[0], kind = In("eEfFgGaA", conv) ? 'f' : conv == 's' ? 's' : 'd';
+  if (!a || !In("diouxXceEfFgGaAs", conv) || kind != KindOf(letter) ||
+      std::stod("0" + m.str(4)) > INT_MAX || std::stod("0" + m.str(6)) > INT_MAX ||
+      (In(flags.c_str(), '#') && In("diucs", conv)) || (In(flags.c_str(), '0') && In("cs", conv)) ||
+      (m[5].matched && conv == 'c') ||
+      (!length.empty() && (In("cs", conv) || (kind == 'f' && length != "l"))))
+    return false;
+  // The int is a 32-bit pattern, zero-extended by the wide modifiers (all
+  // of them 64 bits here, so "ll" stands for them).
+  const bool wide = In("ljzt", length[0]) && kind == 'd', sign = In("dic", conv);
+  const std::string d = "%" + flags + m.str(4) + m.str(5) + (wide ? "ll" : length) + conv;
+  const unsigned u = static_cast<unsigned>(a->i);
+  out += Literal(m[1]);
+  out += kind == 'f'   ? Printf(d, a->d)
+         : kind == 's' ? Printf(d, a->text ? a->text : "(null)")
+         : wide        ? (sign ? Printf(d, 0LL + u) : Printf(d, 0ULL + u))
+                       : (sign ? Printf(d, a->i) : Printf(d, u));
+  return out += Literal(m[9]), true;
 }
 
 // The scan of f: every literal piece and value goes to emit, which returns 0
@@ -98,21 +98,19 @@ int Scan(const std::string& f, const std::vector<Arg>* args, int fail, bool outp
 // The console (standard output or error) and the log file of an LMsgOutput.
 struct Channel {
   unsigned short options;
-  int log;  // 0 none, 1 attached but not open, 2 open
-  std::string out, err, logText;
+  bool log = false;  // a log file is open
+  std::string out{}, err{}, logText{};
 
-  void Print(const std::string& text) {  // "%%" is one "%", nothing else changes
+  void Print(const std::string& text) {
     if (options & (LMSG_OUTPUT_STDERR | LMSG_OUTPUT_STDOUT))
-      (options & LMSG_OUTPUT_STDERR ? err : out) += std::regex_replace(text, std::regex("%%"), "%");
+      (options & LMSG_OUTPUT_STDERR ? err : out) += Literal(text);
   }
   int PrintLog(const std::string& text) {
     if ((options & LMSG_OUTPUT_LOG) == 0) return 0;
-    if (log == 0) return Print("Log File not initialized!\n"), -1;
+    if (!log) return Print("Log File not initialized!\n"), -1;
     const auto write = [&](const std::string& s) { return logText += s, 0; };
-    const int code = log == 1 ? LFILE_ERR_NOT_OPEN : Scan(text, nullptr, -2, false, write);
-    const std::string message = code == -2 ? "Unsupported print format." : "File not opened.";
-    if (code != 0) Print("Error Writing to Log File:\n\t\t" + message);
-    return code != 0 ? -1 : 0;
+    if (Scan(text, nullptr, -2, false, write) == 0) return 0;
+    return Print("Error Writing to Log File:\n\t\tUnsupported print format."), -1;
   }
 };
 
@@ -130,15 +128,47 @@ int CallWith(const std::vector<Arg>& args, Call call, A... a) {
   return call(a...);
 }
 
-// Each operation: a format with one argument per conversion (at most
-// three), handed to WriteLine, to Output or (without the arguments) to
-// PrintLog, which must give the result and the bytes of the model.
+// Hands the format f with args (one per conversion, at most three) to
+// WriteLine (op 0), to Output (op 1) or, without them, to PrintLog (op 2),
+// over the file "out" in dir, which holds model.logText; the result, the
+// console and the file must be those of the model.
+inline void CheckFormat(int op, const std::string& f, const std::vector<Arg>& args, Channel model,
+                        bool withOptions, const testsupport::TempDir& dir) {
+  const std::string path = dir / "out";
+  model::Step() = "operation " + std::to_string(op) + " of \"" + f + "\"";
+  testsupport::WriteFile(path, model.logText);
+  LMsgOutput channel;
+  // A fresh log when it holds no text.
+  if (model.log) MODEL_CHECK(channel.InitLogFile(path.c_str(), model.logText.empty()) == 0);
+  if (!withOptions || op == 2) channel.SetOutputOptions(model.options);
+  // What WriteLine writes, or what Output shows and logs.
+  const auto emit = [&](const std::string& s) {
+    return op == 0 ? (model.logText += s, 0) : (model.Print(s), model.PrintLog(s) ? -2 : 0);
+  };
+  const int want = op == 2 ? model.PrintLog(f) : Scan(f, &args, op ? -1 : -2, op == 1, emit);
+  testsupport::CaptureStream out(stdout), err(stderr);
+  channel.Print(nullptr);  // writes nothing
+  const auto call = [&](auto... a) {
+    return op == 0       ? LFile(path.c_str(), "ab").WriteLine(f.c_str(), a...)
+           : withOptions ? channel.Output(model.options, f.c_str(), a...)
+                         : channel.Output(f.c_str(), a...);
+  };
+  const int got = op == 2 ? channel.PrintLog(f.c_str()) : CallWith(args, call);
+  model::Step() += " gives " + std::to_string(got) + ", not " + std::to_string(want);
+  MODEL_CHECK(out.Release() + "|" + err.Release() == model.out + "|" + model.err);
+  MODEL_CHECK(got == want);
+  // A new log that fails replaces the old, which is closed, and so flushed,
+  // first.
+  MODEL_CHECK(channel.InitLogFile((dir / "none/log").c_str(), true) == ENOENT);
+  MODEL_CHECK(testsupport::ReadFile(path) == model.logText);
+}
+
+// Each operation: a format, its arguments and the state of the channel.
 inline void RunFormatOps(model::OpInput& in) {
   static const char* const kTexts[] = {nullptr, "", "ab", "%d", "50% done", "a%%b"};
   static const double kDoubles[] = {0.0, -0.0, 1e300, 5e-324, INFINITY, -NAN};
   static const std::regex huge("[1-9][0-9]{4}");
   const testsupport::TempDir dir;
-  const std::string path = dir / "out";
   while (!in.Done()) {
     std::string f = in.Text(24, "%%%%%ddfxXesciougaEpn*$'.-+ #00129hhhlljztLa\n");
     std::vector<Arg> args;
@@ -150,43 +180,12 @@ inline void RunFormatOps(model::OpInput& in) {
                       in.Bool() ? kDoubles[in.Int(0, 5)] : in.Int(-9999, 9999) / 16.0,
                       kTexts[in.Int(0, 5)]});
     }
-    const int op = in.Int(0, 2), log = in.Int(0, 3);  // log 3: open, adding to an old text
-    Channel model{static_cast<unsigned short>(in.Int(0, 0xFFFF)), std::min(log, 2), "", "", ""};
-    const bool withOptions = in.Bool();
-    // A width or precision of 10000 or more would write that many bytes.
-    if (std::regex_search(f, huge)) continue;
-    model::Step() = "operation " + std::to_string(op) + " of \"" + f + "\"";
-    int want = 0, got = 0;
-    std::string console = "|";
-    if (op == 0) {
-      want = Scan(f, &args, -2, false, [&](const std::string& s) { return model.logText += s, 0; });
-      LFile file(path.c_str(), "wb");
-      got = CallWith(args, [&](auto... a) { return file.WriteLine(f.c_str(), a...); });
-      MODEL_CHECK(file.GetErrorCode() == got);
-    } else {
-      model.logText = log == 3 ? "old\n" : "";
-      testsupport::WriteFile(path, model.logText);
-      const auto emit = [&](const std::string& s) {
-        return model.Print(s), model.PrintLog(s) ? -2 : 0;
-      };
-      want = op == 1 ? Scan(f, &args, -1, true, emit) : model.PrintLog(f);
-      LMsgOutput channel;
-      if (log > 0)
-        MODEL_CHECK(channel.InitLogFile(log > 1 ? path.c_str() : nullptr, log == 2) ==
-                    (log > 1 ? 0 : -7));
-      if (!withOptions || op == 2) channel.SetOutputOptions(model.options);
-      testsupport::CaptureStream out(stdout), err(stderr);
-      const auto output = [&](auto... a) {
-        return withOptions ? channel.Output(model.options, f.c_str(), a...)
-                           : channel.Output(f.c_str(), a...);
-      };
-      got = op == 2 ? channel.PrintLog(f.c_str()) : CallWith(args, output);
-      console = out.Release() + "|" + err.Release();
-    }
-    model::Step() += " gives " + std::to_string(got) + ", not " + std::to_string(want);
-    MODEL_CHECK(got == want);
-    MODEL_CHECK(console == model.out + "|" + model.err);
-    MODEL_CHECK(testsupport::ReadFile(path) == model.logText);  // each operation writes it anew
+    const int op = in.Int(0, 2), log = in.Int(0, 2);  // log 2: adding to an old text
+    const Channel model{static_cast<unsigned short>(in.Int(0, 0xFFFF)), log > 0, "", "",
+                        log == 2 ? "old\n" : ""};
+    // A width or precision of 10000 or more would write that many bytes. The
+    // last choice: Output with the options, or after SetOutputOptions.
+    if (!std::regex_search(f, huge)) CheckFormat(op, f, args, model, in.Bool(), dir);
   }
 }
 

@@ -10,10 +10,10 @@
 
 #include "FormatModel.h"
 
-using testsupport::ReadFile;
-using testsupport::TempDir;
-
 namespace {
+
+// The folder of the table tests.
+const testsupport::TempDir kDir;
 
 // Mode texts with the flags Open raises (binary 1, read 2, write 4), or
 // minus the errno of a refused fopen.
@@ -62,7 +62,7 @@ struct FileModel {
 };
 
 void RunFileOps(model::OpInput& in) {
-  const TempDir dir;
+  const testsupport::TempDir dir;
   const std::string names[] = {dir / "a", dir / "b", dir / "none/c"};
   // "b" starts with a line longer than ReadLine(LCString&) takes at once.
   std::optional<std::string> files[2] = {std::nullopt, std::string(7000, 'x') + "\n"};
@@ -76,8 +76,7 @@ void RunFileOps(model::OpInput& in) {
     const std::string bytes = in.Bytes(6, "ab\n"), text = in.Text(4, "xy\n");
     const int name = which == 3 ? m.name : which;  // 3: the object's own name
     const char* path = which == 3 ? file->GetFilename() : name < 0 ? nullptr : names[name].c_str();
-    model::Step() = "operation " + std::to_string(op) + " on " + std::to_string(name) + " mode " +
-                    mode + " count " + std::to_string(n);
+    model::Step() = "operation " + std::to_string(op) + " on " + std::to_string(name) + " " + mode;
     const char kind = op >= 9 ? 'w' : op >= 5 ? 'r' : 0;
     if (kind && last && kind != last) MODEL_CHECK(file->Rewind() == m.Rewind());
     last = op < 4 ? 0 : kind ? kind : last;
@@ -94,7 +93,9 @@ void RunFileOps(model::OpInput& in) {
     }
     const std::string put[] = {std::string(1, bytes[0]), bytes.substr(0, std::max(n, 0)),
                                (text + '\0').substr(0, std::max(n, 0)), std::to_string(n) + "|"};
-    if (op >= 9) expected = m.Put(put[op - 9]);
+    if (op >= 9) expected = m.Put(op == 12 && n < 0 ? "" : put[op - 9]);
+    // A null format is refused once the object is ready to write.
+    if (op == 12 && n < 0 && expected == 0) expected = m.code = LFILE_ERR_FORMAT;
     if (op == 5) want.replace(0, s.size(), s);
     if (op == 6 && !s.empty()) want.replace(0, s.size() + 1, s.c_str(), s.size() + 1);
     if (op == 7) want = s.empty() ? "-" : s.c_str();
@@ -115,7 +116,7 @@ void RunFileOps(model::OpInput& in) {
     if (op == 9) result = file->WriteChar(bytes[0]);
     if (op == 10) result = file->Write(std::min<int>(n, bytes.size()), data);
     if (op == 11) result = file->Write(n, LCString(text.c_str()));
-    if (op == 12) result = file->WriteLine("%d|", n);
+    if (op == 12) result = file->WriteLine(n < 0 ? nullptr : "%d|", n);
     MODEL_CHECK(result == expected);
     MODEL_CHECK(got == want);
     MODEL_CHECK(file->GetErrorCode() == m.code);
@@ -125,14 +126,15 @@ void RunFileOps(model::OpInput& in) {
     MODEL_CHECK(m.name < 0 ? !file->GetFilename() : names[m.name] == file->GetFilename());
     for (int i = 0; i < 2 && !m.stream; ++i) {
       MODEL_CHECK(std::filesystem::exists(names[i]) == files[i].has_value());
-      MODEL_CHECK(ReadFile(names[i]) == files[i].value_or(""));
+      MODEL_CHECK(testsupport::ReadFile(names[i]) == files[i].value_or(""));
     }
   }
 }
 
-// Stores codes and raises flags as a derived class may.
+// Stores codes and raises the append flag as a derived class may.
 struct Derived : LFile {
-  void Store(int code, std::uint8_t flags) { m_nErrorCode = code, m_byMode |= flags; }
+  Derived() { m_byMode = LFILE_MODE_APPEND; }
+  char const* Text(int code) { return m_nErrorCode = code, GetErrorMessage(); }
   char const* OnGetErrorMessage() override { return "derived"; }
 };
 
@@ -140,39 +142,31 @@ struct Derived : LFile {
 
 TEST(LFile, OperationsFollowTheModel) { model::RunSeeds(RunFileOps, 20, 2000); }
 
-// Codes below -100 are the hook's; positive ones are errno values.
+// Codes 0 to -7 have texts of their own, those to -100 none; those below are
+// the hook's, positive ones errno values.
 TEST(LFile, CodesHaveTheirTexts) {
-  const std::pair<int, std::string> rows[] = {{0, "No Error!"},
-                                              {-1, "LFile conflict : Unable to open file."},
-                                              {-2, "Unsupported print format."},
-                                              {-3, "File not opened."},
-                                              {-4, "File not readable."},
-                                              {-5, "File not writable."},
-                                              {-6, "End Of File Reached."},
-                                              {-7, "Invalid Filename."},
-                                              {-8, "Unknown error."},
-                                              {-100, "Unknown error."},
-                                              {-101, "derived"},
-                                              {EACCES, std::strerror(EACCES)}};
   Derived file;
-  for (const auto& [code, text] : rows) {
-    file.Store(code, 0);
-    EXPECT_EQ(file.GetErrorMessage(), text) << code;
+  int code = 0;
+  for (const char* text : {"No Error!", "LFile conflict : Unable to open file.",
+                           "Unsupported print format.", "File not opened.", "File not readable.",
+                           "File not writable.", "End Of File Reached.", "Invalid Filename."}) {
+    EXPECT_STREQ(file.Text(code), text) << code;
+    --code;
   }
-  file.Store(0, LFILE_MODE_APPEND);  // only a derived class raises it
-  EXPECT_TRUE(file.IsAppend());
+  for (; code >= -100; --code) EXPECT_STREQ(file.Text(code), "Unknown error.") << code;
+  EXPECT_STREQ(file.Text(-101), "derived");
+  EXPECT_STREQ(file.Text(EACCES), std::strerror(EACCES));
+  EXPECT_TRUE(file.IsAppend());  // only a derived class raises it
 }
 
 TEST(LFile, StreamFailuresStoreTheirCodes) {
-  const TempDir dir;
-  const std::string path = dir / "f";
   unsigned char byte = 0;
   // fopen reads "rw" as "r" and "wr" as "w"; the object takes both as read
   // and write, so the stream refuses the other direction (ferror).
-  EXPECT_GT(LFile(path.c_str(), "wr").Read(1, &byte), 0);
-  EXPECT_GT(LFile(path.c_str(), "rw").WriteChar('x'), 0);
-  EXPECT_GT(LFile(path.c_str(), "rw").WriteLine("%d", 1), 0);
-  EXPECT_EQ(LFile(path.c_str(), "rw").WriteLine("no ferror test of the last piece"), 0);
+  EXPECT_GT(LFile((kDir / "f").c_str(), "wr").Read(1, &byte), 0);
+  EXPECT_GT(LFile((kDir / "f").c_str(), "rw").WriteChar('x'), 0);
+  EXPECT_GT(LFile((kDir / "f").c_str(), "rw").WriteLine("%d", 1), 0);
+  EXPECT_EQ(LFile((kDir / "f").c_str(), "rw").WriteLine("no ferror test of the last piece"), 0);
   // A failed fclose drops the stream and keeps the name.
   LFile full("/dev/full", "w");
   EXPECT_EQ(full.WriteChar('x'), 0);
@@ -182,13 +176,12 @@ TEST(LFile, StreamFailuresStoreTheirCodes) {
 }
 
 TEST(LFile, ProbesOfTheFileSystem) {
-  const TempDir dir;
-  const std::string probe = dir / "40.88.26.60.71";
+  const std::string probe = kDir / "40.88.26.60.71";
   testsupport::WriteFile(probe, "old");
   EXPECT_EQ(LFile::exists(probe.c_str()), 1);
-  EXPECT_EQ(LFile::IsDirectoryWritable((dir.path() + "/").c_str()), 1);
+  EXPECT_EQ(LFile::IsDirectoryWritable((kDir.path() + "/").c_str()), 1);
   EXPECT_EQ(LFile::exists(probe.c_str()), 0);  // truncated and removed
-  EXPECT_EQ(LFile::IsDirectoryWritable((dir / "none").c_str()), 0);
+  EXPECT_EQ(LFile::IsDirectoryWritable((kDir / "none").c_str()), 0);
   EXPECT_EQ(LFile::exists(nullptr), 0);
   EXPECT_EQ(LFile::IsDirectoryWritable(nullptr), 0);
 }
