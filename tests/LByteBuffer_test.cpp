@@ -53,35 +53,7 @@ static void RunBufferOps(model::OpInput& in) {
   }
 }
 
-// A caller's class whose new block is the receiver itself: a full block that
-// takes nothing, where appending must stop.
-struct Refusing : LByteBuffer {
-  using LByteBuffer::LByteBuffer;
-  LByteBuffer* AllocateNewBlock() override { return this; }
-};
-
 TEST(LByteBuffer, OperationsMatchAString) { model::RunSeeds(RunBufferOps, 30, 300); }
-
-// Blocks made by hand: a size below 1 gives the default; the last block of
-// none is none; a new block goes in between, the next link kept; a block without storage
-// takes nothing, nor does a null source; a class whose new block takes nothing ends appends and
-// copies there.
-TEST(LByteBuffer, BlocksMadeByHand) {
-  LByteBuffer head(2), bare(nullptr);
-  Refusing refusing(4);
-  head.WriteData(const_cast<char*>("abc"));
-  LByteBuffer* second = head.GetNextBlock();
-  EXPECT_EQ(LByteBuffer(-1).GetBlockSize(), 32000);
-  EXPECT_EQ(head.GetLastBlock(nullptr), nullptr);
-  EXPECT_EQ(head.AllocateNewBlock()->GetNextBlock(), second);
-  EXPECT_EQ(bare.WriteData(const_cast<char*>("xy")), &bare);
-  bare.CopyBlock(&head);
-  bare.CopyBlock(nullptr);
-  EXPECT_EQ(bare.GetTotalSize(), 0);
-  EXPECT_EQ(refusing.WriteData(const_cast<char*>("abcdef")), &refusing);
-  refusing.CopyBlock(&head);
-  EXPECT_EQ(refusing.GetTotalSize(), 4);
-}
 
 // A chain of 100,000 blocks built, cleared and freed on a thread with a 64 KiB
 // stack: a walk that recursed per block would overflow it.

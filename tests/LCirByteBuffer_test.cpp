@@ -14,12 +14,9 @@ static void RunRingOps(model::OpInput& in) {
   while (!in.Done()) {
     const int op = in.Int(0, 4), size = in.Edge({INT_MIN, -1, 0, 1}, 2, 6);
     const auto b = static_cast<unsigned char>(in.Byte());
-    if (op == 0) {
-      ring.Allocate(size);
-      slots.assign(static_cast<size_t>(std::max(size, 0)), -1);
-      written = 0;
-    } else if (op == 1) {
-      ring.ClearBuffer();  // the slots keep their bytes
+    if (op <= 1) {  // a clear leaves the slots as they were
+      op == 0 ? ring.Allocate(size) : ring.ClearBuffer();
+      if (op == 0) slots.assign(static_cast<size_t>(std::max(size, 0)), -1);
       written = 0;
     } else {
       op == 2 ? ring.WriteData(b) : ring.WriteData(static_cast<char>(b));

@@ -40,16 +40,3 @@ static void RunStreamOps(model::OpInput& in) {
 }
 
 TEST(jtagShiftBitStream, OperationsMatchAModel) { model::RunSeeds(RunStreamOps, 20, 400); }
-
-// The cursor stays at INT_MIN through a sequential read; the failed write
-// there moves it to byte 0, where the next read starts.
-TEST(jtagShiftBitStream, CursorStopsAtIntMin) {
-  jtagShiftBitStream stream;
-  stream.InitBuffer(16);
-  stream.WriteByte(0, 'a');
-  stream.WriteByte(1, 'b');
-  stream.ReadByte(INT_MIN);
-  stream.SequentialRead();
-  EXPECT_FALSE(stream.SequentialWrite('x'));
-  EXPECT_EQ(stream.SequentialRead(), 'a');
-}
