@@ -1,5 +1,8 @@
 #include <vq0300/Crc.h>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <algorithm>
 
 #include "CrcFast_internal.h"  // Crc32Path, BestCrc32Path, Crc32Update: each path by name
@@ -25,12 +28,16 @@ static uint32_t Ref32(uint32_t r, const std::string& data) {
 // Each step takes one buffer of any length and alignment (null and negative
 // lengths among them) into every form at once, against the references from
 // register values kept here; the 32-bit update also runs every path this
-// processor has.
+// processor has. Now and then the caller sets the registers, which are theirs.
 static void RunCrcOps(model::OpInput& in) {
-  // A buffer of its own size, so that the sanitizer build sees a read past the
-  // end of a buffer that ends with it.
-  const size_t size = 70'100;
-  std::vector<char> pool(size);
+  // The pool ends where an unreadable page begins: a read past the end of a
+  // buffer that ends with it faults.
+  const size_t size = 70'100, page = static_cast<size_t>(sysconf(_SC_PAGESIZE)),
+               span = (size + page - 1) / page * page;
+  void* const map =
+      mmap(nullptr, span + page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  MODEL_CHECK(map != MAP_FAILED && mprotect(static_cast<char*>(map) + span, page, PROT_NONE) == 0);
+  char* const pool = static_cast<char*>(map) + span - size;
   for (size_t k = 0; k < size; ++k) pool[k] = static_cast<char>(k * k >> 7);
   init_crc32();
   init_crc_ccitt();
@@ -38,10 +45,14 @@ static void RunCrcOps(model::OpInput& in) {
   while (!in.Done()) {
     const int len = in.Edge({-1, 0, 1, 15, 16, 17, 256, 4111, 70'000}, 0, 1100);
     const bool rev = in.Bool();
-    const int pick = in.Int(0, 7);  // 0: null, 1: ending with the pool
-    char* data = pick == 0 ? nullptr : &pool[pick == 1 ? size - std::max(len, 1) : in.Int(0, 63)];
+    const int pick = in.Int(0, 7);  // 0: null, 1: ending at the unreadable page
+    char* data = pick == 0 ? nullptr : pool + (pick == 1 ? size - std::max(len, 1) : in.Int(0, 63));
     const std::string bytes = data != nullptr && len > 0 ? std::string(data, len) : "";
     const auto start = static_cast<unsigned short>(in.Range(0, 0xFFFF));
+    if (in.Int(0, 7) == 0) {
+      r32 = g_dwCRC32_Register = static_cast<uint32_t>(in.Range(0, 0xFFFFFFFF));
+      rc = g_wCRC_CCITT_Register = start;
+    }
     get_crc_32(data, len, rev);  // the flag changes nothing
     get_crc_ccitt(data, rev);    // one byte, whatever the length
     const uint32_t want = Ref32(r32, bytes);
@@ -58,6 +69,7 @@ static void RunCrcOps(model::OpInput& in) {
     MODEL_CHECK(get_crc_16(start, data, len, rev) == Ref16(start, bytes, 0xA001, rev));
     MODEL_CHECK(get_crc_16_slow(start, data, len, rev) == Ref16(start, bytes, 0xA001, rev));
   }
+  munmap(map, span + page);
 }
 
 // The references against the catalogue; the bit form's register without and

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <string>
 
 namespace testsupport {
@@ -64,34 +65,29 @@ inline std::string ReadFile(const std::string& path) {
 // of the library through printf-family calls is seen as well.
 class CaptureStream {
  public:
-  explicit CaptureStream(FILE* stream) : stream_(stream), file_(std::tmpfile()) {
+  explicit CaptureStream(FILE* stream) : stream_(stream) {
     std::fflush(stream_);
-    saved_ = dup(fileno(stream_));
-    if (file_ == nullptr || saved_ < 0) std::abort();
-    dup2(fileno(file_), fileno(stream_));
+    dup2(fileno(file_.get()), fileno(stream_));
   }
   ~CaptureStream() { Release(); }
-  CaptureStream(const CaptureStream&) = delete;
-  CaptureStream& operator=(const CaptureStream&) = delete;
 
   // Restores the stream and returns everything written while captured.
   std::string Release() {
-    if (file_ != nullptr) {
+    if (saved_ >= 0) {
       std::fflush(stream_);
       dup2(saved_, fileno(stream_));
       close(saved_);
-      std::rewind(file_);
-      for (int c; (c = std::fgetc(file_)) != EOF;) text_ += static_cast<char>(c);
-      std::fclose(file_);
-      file_ = nullptr;
+      saved_ = -1;
+      std::rewind(file_.get());
+      for (int c; (c = std::fgetc(file_.get())) != EOF;) text_ += static_cast<char>(c);
     }
     return text_;
   }
 
  private:
   FILE* stream_;
-  FILE* file_;
-  int saved_;
+  std::unique_ptr<FILE, int (*)(FILE*)> file_{std::tmpfile(), &std::fclose};
+  int saved_ = dup(fileno(stream_));
   std::string text_;
 };
 
