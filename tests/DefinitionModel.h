@@ -89,15 +89,21 @@ inline int Read(const string& file, int selector, Defs& defs) {
   return 0;
 }
 
-// A first byte '0' to '9' makes the rest of the input the file itself (the
-// text seeds of the fuzz target); else the file is made of pieces.
-inline string File(model::OpInput& in, std::uint8_t first) {
+// The first byte gives the selector, -2 to 5, and the kind of file: '0' to
+// '9' make the rest of the input the file itself (the text seeds of the fuzz
+// target); else the file is made of pieces. The file is loaded from an
+// absolute directory, then read once more with GetErrorList: each pass must
+// give the result and the elements of Read, in order. An element found gets a
+// code that no definition has, so the next lookup of its code finds its next
+// copy, and at the end none is found.
+inline void RunDefinitionFile(model::OpInput& in) {
   // clang-format off
   static const string kPieces[] = {"\n", "\n", "\r\n", "<S/>", "<S/>", "<E/>", "<E/>", "<!--", "-->",
       "Offset", "1", "2", "-1", "70000", "STOP", "7<S/>T<S/> STOP <E/>\n", " ", "\n\t", " A ", "\x7f", "\xff",
       string(1, '\0'), "<ErrorMessageDefinition>", "<ErrorMessageDefinition>\n", "Offset<S/>1<E/>\n",
       "Offset<S/>2<E/>\n", "1<S/>A<S/>STOP<E/>\n", "2<S/>B<S/>GO<E/>\n", "12<S/>", "0", "<!--c-->"};
   // clang-format on
+  const std::uint8_t first = in.Byte();
   const bool text = first >= '0' && first <= '9';
   string file = text || first & 8 ? "" : "<ErrorMessageDefinition>\n";
   while (text && !in.Done()) file += static_cast<char>(in.Byte());
@@ -105,14 +111,7 @@ inline string File(model::OpInput& in, std::uint8_t first) {
     const int pick = in.Int(0, 31);  // runs of x up to 8 KiB, now and then 64 KiB
     file += pick < 31 ? kPieces[pick] : string(in.Byte() < 32 ? 65530 : in.Byte() * 32, 'x');
   }
-  return file;
-}
-
-// Loads file from an absolute directory, then reads it once more with
-// GetErrorList: each pass must give the result and the elements of Read, in
-// order. An element found gets a code that no definition has, so the next
-// lookup of its code finds its next copy, and at the end none is found.
-inline void Check(const string& file, int selector) {
+  const int selector = first % 8 - 2;
   static const testsupport::TempDir dir;
   std::remove((dir / "defs.txt").c_str());  // rewriting in place waits for the disk on ext4
   testsupport::WriteFile(dir / "defs.txt", file);
@@ -137,17 +136,10 @@ inline void Check(const string& file, int selector) {
       e->m_dwErrorCode = mark;
     }
     for (const auto& d : want) MODEL_CHECK(find(std::get<0>(d)) == nullptr);
-    for (std::uint32_t offset : {0xFFFEu, 0u, 1u, 2u, 0xFFFFu}) {
+    for (std::uint32_t offset : {0xFFFEu, 0u, 1u, 2u, 0xFFFFu})
       for (std::uint32_t n : {0u, 1u, 2u, 12u, 4464u, 0xFFFFu})
         MODEL_CHECK(!find(offset << 16 | n));
-    }
   }
-}
-
-// The first byte gives the selector, -2 to 5, and the kind of file.
-inline void RunDefinitionFile(model::OpInput& in) {
-  const std::uint8_t first = in.Byte();
-  Check(File(in, first), first % 8 - 2);
 }
 
 }  // namespace defmodel
