@@ -15,6 +15,7 @@
 #include <cmath>
 #include <cstring>
 #include <regex>
+#include <variant>
 
 #include "ModelRun.h"
 #include "TestSupport.h"
@@ -22,15 +23,12 @@
 namespace format_model {
 
 inline bool In(const char* set, char c) { return c != '\0' && std::strchr(set, c) != nullptr; }
-// The argument a letter takes: 'd' an int, 'f' a double, 's' a text.
-inline char KindOf(char letter) { return In("ef", letter) ? 'f' : letter == 's' ? 's' : 'd'; }
 
-struct Arg {
-  char kind;
-  int i = 0;
-  double d = 0;
-  const char* text = nullptr;
-};
+using Arg = std::variant<int, double, const char*>;
+enum Kind : std::size_t { kInt, kDouble, kText };  // the index of each in Arg
+// The argument a conversion letter takes.
+inline Kind KindOf(char c) { return In("eEfFgGaA", c) ? kDouble : c == 's' ? kText : kInt; }
+inline const char* Shown(const char* text) { return text ? text : "(null)"; }
 
 template <typename T>
 std::string Printf(const std::string& directive, T value) {
@@ -55,23 +53,25 @@ inline bool Value(const std::string& c, char letter, const Arg* a, std::string& 
   if (!std::regex_match(c, m, grammar) || c.size() > 254) return false;
   if (!m[2].matched) return out += Literal(c), true;
   const std::string flags = m[3], length = m[7];
-  const char conv = m.str(8)[0], kind = In("eEfFgGaA", conv) ? 'f' : conv == 's' ? 's' : 'd';
+  const char conv = m.str(8)[0];
+  const Kind kind = KindOf(conv);
   if (!a || !In("diouxXceEfFgGaAs", conv) || kind != KindOf(letter) ||
       std::stod("0" + m.str(4)) > INT_MAX || std::stod("0" + m.str(6)) > INT_MAX ||
       (In(flags.c_str(), '#') && In("diucs", conv)) || (In(flags.c_str(), '0') && In("cs", conv)) ||
       (m[5].matched && conv == 'c') ||
-      (!length.empty() && (In("cs", conv) || (kind == 'f' && length != "l"))))
+      (!length.empty() && (In("cs", conv) || (kind == kDouble && length != "l"))))
     return false;
   // The int is a 32-bit pattern, zero-extended by the wide modifiers (all
   // of them 64 bits here, so "ll" stands for them).
-  const bool wide = In("ljzt", length[0]) && kind == 'd', sign = In("dic", conv);
+  const bool wide = In("ljzt", length[0]) && kind == kInt, sign = In("dic", conv);
   const std::string d = "%" + flags + m.str(4) + m.str(5) + (wide ? "ll" : length) + conv;
-  const unsigned u = static_cast<unsigned>(a->i);
+  const int i = kind == kInt ? std::get<kInt>(*a) : 0;
+  const unsigned u = static_cast<unsigned>(i);
   out += Literal(m[1]);
-  out += kind == 'f'   ? Printf(d, a->d)
-         : kind == 's' ? Printf(d, a->text ? a->text : "(null)")
-         : wide        ? (sign ? Printf(d, 0LL + u) : Printf(d, 0ULL + u))
-                       : (sign ? Printf(d, a->i) : Printf(d, u));
+  out += kind == kDouble ? Printf(d, std::get<kDouble>(*a))
+         : kind == kText ? Printf(d, Shown(std::get<kText>(*a)))
+         : wide          ? (sign ? Printf(d, 0LL + u) : Printf(d, 0ULL + u))
+                         : (sign ? Printf(d, i) : Printf(d, u));
   return out += Literal(m[9]), true;
 }
 
@@ -88,7 +88,7 @@ int Scan(const std::string& f, const std::vector<Arg>* args, int fail, bool outp
     std::string value, c = f.substr(percent, letter - percent + 1);
     if (letter == std::string::npos || !Value(c, f[letter], a, value)) return fail;
     if (const int code = emit(f.substr(pos, percent - pos))) return code;
-    if (output && a->kind == 's') value = a->text ? a->text : "(null)";
+    if (output && a->index() == kText) value = Shown(std::get<kText>(*a));
     if (output && value.size() > 255) return fail;
     if (const int code = emit(output ? value.c_str() : value)) return code;
     pos = letter + 1;
@@ -114,25 +114,11 @@ struct Channel {
   }
 };
 
-// Calls call with the arguments, each as the type its conversion takes.
-template <typename Call, typename... A>
-int CallWith(const std::vector<Arg>& args, Call call, A... a) {
-  if constexpr (sizeof...(A) < 3) {
-    if (sizeof...(A) < args.size()) {
-      const Arg& x = args[sizeof...(A)];
-      return x.kind == 'd'   ? CallWith(args, call, a..., x.i)
-             : x.kind == 'f' ? CallWith(args, call, a..., x.d)
-                             : CallWith(args, call, a..., x.text);
-    }
-  }
-  return call(a...);
-}
-
 // Hands the format f with args (one per conversion, at most three) to
 // WriteLine (op 0), to Output (op 1) or, without them, to PrintLog (op 2),
 // over the file "out" in dir, which holds model.logText; the result, the
 // console and the file must be those of the model.
-inline void CheckFormat(int op, const std::string& f, const std::vector<Arg>& args, Channel model,
+inline void CheckFormat(int op, const std::string& f, std::vector<Arg> args, Channel model,
                         bool withOptions, const testsupport::TempDir& dir) {
   const std::string path = dir / "out";
   model::Step() = "operation " + std::to_string(op) + " of \"" + f + "\"";
@@ -153,7 +139,9 @@ inline void CheckFormat(int op, const std::string& f, const std::vector<Arg>& ar
            : withOptions ? channel.Output(model.options, f.c_str(), a...)
                          : channel.Output(f.c_str(), a...);
   };
-  const int got = op == 2 ? channel.PrintLog(f.c_str()) : CallWith(args, call);
+  args.resize(3);  // each call passes three: printf ignores those it does not read
+  const int got =
+      op == 2 ? channel.PrintLog(f.c_str()) : std::visit(call, args[0], args[1], args[2]);
   model::Step() += " gives " + std::to_string(got) + ", not " + std::to_string(want);
   MODEL_CHECK(out.Release() + "|" + err.Release() == model.out + "|" + model.err);
   MODEL_CHECK(got == want);
@@ -176,9 +164,10 @@ inline void RunFormatOps(model::OpInput& in) {
       if (args.size() == 3) f.resize(p);
       p = f.find_first_of("dfxXes", p);
       if (p == std::string::npos) break;
-      args.push_back({KindOf(f[p++]), in.Edge({0, -1, INT_MIN, INT_MAX}, -300, 300),
-                      in.Bool() ? kDoubles[in.Int(0, 5)] : in.Int(-9999, 9999) / 16.0,
-                      kTexts[in.Int(0, 5)]});
+      const Arg values[] = {in.Edge({0, -1, INT_MIN, INT_MAX}, -300, 300),
+                            in.Bool() ? kDoubles[in.Int(0, 5)] : in.Int(-9999, 9999) / 16.0,
+                            kTexts[in.Int(0, 5)]};
+      args.push_back(values[KindOf(f[p++])]);
     }
     const int op = in.Int(0, 2), log = in.Int(0, 2);  // log 2: adding to an old text
     const Channel model{static_cast<unsigned short>(in.Int(0, 0xFFFF)), log > 0, "", "",

@@ -146,14 +146,12 @@ TEST(LFile, OperationsFollowTheModel) { model::RunSeeds(RunFileOps, 20, 2000); }
 // the hook's, positive ones errno values.
 TEST(LFile, CodesHaveTheirTexts) {
   Derived file;
-  int code = 0;
+  int code = 1;
   for (const char* text : {"No Error!", "LFile conflict : Unable to open file.",
                            "Unsupported print format.", "File not opened.", "File not readable.",
-                           "File not writable.", "End Of File Reached.", "Invalid Filename."}) {
-    EXPECT_STREQ(file.Text(code), text) << code;
-    --code;
-  }
-  for (; code >= -100; --code) EXPECT_STREQ(file.Text(code), "Unknown error.") << code;
+                           "File not writable.", "End Of File Reached.", "Invalid Filename."})
+    EXPECT_STREQ(file.Text(--code), text) << code;
+  while (--code >= -100) EXPECT_STREQ(file.Text(code), "Unknown error.") << code;
   EXPECT_STREQ(file.Text(-101), "derived");
   EXPECT_STREQ(file.Text(EACCES), std::strerror(EACCES));
   EXPECT_TRUE(file.IsAppend());  // only a derived class raises it

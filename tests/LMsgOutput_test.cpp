@@ -16,7 +16,7 @@ TEST(FormatScan, WriteLineOutputAndPrintLogFollowTheModel) {
 TEST(FormatScan, LimitsOfTheScan) {
   const testsupport::TempDir dir;
   const std::string zeros(251, '0');
-  const std::vector<format_model::Arg> args = {{'d', 0x100FF}, {'d', 0}, {'s', 0, 0, "ab"}};
+  const std::vector<format_model::Arg> args = {0x100FF, 0, "ab"};
   for (const std::string& f : std::vector<std::string>{
            "%hhx|%.0x|%.2147483647s|", "ab%2147483648d", "%.3cd", "%300d", "%" + zeros + "1d",
            "%0" + zeros + "1d", "%200i" + std::string(55, '-') + "d"})
