@@ -65,13 +65,12 @@ inline bool Value(const std::string& c, char letter, const Arg* a, std::string& 
   // of them 64 bits here, so "ll" stands for them).
   const bool wide = In("ljzt", length[0]) && kind == kInt, sign = In("dic", conv);
   const std::string d = "%" + flags + m.str(4) + m.str(5) + (wide ? "ll" : length) + conv;
-  const int i = kind == kInt ? std::get<kInt>(*a) : 0;
-  const unsigned u = static_cast<unsigned>(i);
+  const unsigned u = kind == kInt ? std::get<kInt>(*a) : 0;
   out += Literal(m[1]);
   out += kind == kDouble ? Printf(d, std::get<kDouble>(*a))
          : kind == kText ? Printf(d, Shown(std::get<kText>(*a)))
          : wide          ? (sign ? Printf(d, 0LL + u) : Printf(d, 0ULL + u))
-                         : (sign ? Printf(d, i) : Printf(d, u));
+                         : (sign ? Printf(d, static_cast<int>(u)) : Printf(d, u));
   return out += Literal(m[9]), true;
 }
 
@@ -97,9 +96,9 @@ int Scan(const std::string& f, const std::vector<Arg>* args, int fail, bool outp
 
 // The console (standard output or error) and the log file of an LMsgOutput.
 struct Channel {
-  unsigned short options;
+  int options;
   bool log = false;  // a log file is open
-  std::string out{}, err{}, logText{};
+  std::string logText{}, out{}, err{};
 
   void Print(const std::string& text) {
     if (options & (LMSG_OUTPUT_STDERR | LMSG_OUTPUT_STDOUT))
@@ -115,29 +114,30 @@ struct Channel {
 };
 
 // Hands the format f with args (one per conversion, at most three) to
-// WriteLine (op 0), to Output (op 1) or, without them, to PrintLog (op 2),
-// over the file "out" in dir, which holds model.logText; the result, the
-// console and the file must be those of the model.
-inline void CheckFormat(int op, const std::string& f, std::vector<Arg> args, Channel model,
-                        bool withOptions, const testsupport::TempDir& dir) {
+// WriteLine (op 0), to Output after SetOutputOptions (op 1) or with the
+// options (op 3), or, without them, to PrintLog (op 2), over a file that
+// holds model.logText; the result, the console and the file must be those
+// of the model.
+inline void CheckFormat(int op, const std::string& f, std::vector<Arg> args, Channel model) {
+  const testsupport::TempDir dir;
   const std::string path = dir / "out";
   model::Step() = "operation " + std::to_string(op) + " of \"" + f + "\"";
   testsupport::WriteFile(path, model.logText);
   LMsgOutput channel;
   // A fresh log when it holds no text.
   if (model.log) MODEL_CHECK(channel.InitLogFile(path.c_str(), model.logText.empty()) == 0);
-  if (!withOptions || op == 2) channel.SetOutputOptions(model.options);
+  if (op != 3) channel.SetOutputOptions(model.options);
   // What WriteLine writes, or what Output shows and logs.
   const auto emit = [&](const std::string& s) {
     return op == 0 ? (model.logText += s, 0) : (model.Print(s), model.PrintLog(s) ? -2 : 0);
   };
-  const int want = op == 2 ? model.PrintLog(f) : Scan(f, &args, op ? -1 : -2, op == 1, emit);
+  const int want = op == 2 ? model.PrintLog(f) : Scan(f, &args, op ? -1 : -2, op != 0, emit);
   testsupport::CaptureStream out(stdout), err(stderr);
   channel.Print(nullptr);  // writes nothing
   const auto call = [&](auto... a) {
-    return op == 0       ? LFile(path.c_str(), "ab").WriteLine(f.c_str(), a...)
-           : withOptions ? channel.Output(model.options, f.c_str(), a...)
-                         : channel.Output(f.c_str(), a...);
+    return op == 0   ? LFile(path.c_str(), "ab").WriteLine(f.c_str(), a...)
+           : op == 1 ? channel.Output(f.c_str(), a...)
+                     : channel.Output(model.options, f.c_str(), a...);
   };
   args.resize(3);  // each call passes three: printf ignores those it does not read
   const int got =
@@ -156,7 +156,6 @@ inline void RunFormatOps(model::OpInput& in) {
   static const char* const kTexts[] = {nullptr, "", "ab", "%d", "50% done", "a%%b"};
   static const double kDoubles[] = {0.0, -0.0, 1e300, 5e-324, INFINITY, -NAN};
   static const std::regex huge("[1-9][0-9]{4}");
-  const testsupport::TempDir dir;
   while (!in.Done()) {
     std::string f = in.Text(24, "%%%%%ddfxXesciougaEpn*$'.-+ #00129hhhlljztLa\n");
     std::vector<Arg> args;
@@ -169,12 +168,10 @@ inline void RunFormatOps(model::OpInput& in) {
                             kTexts[in.Int(0, 5)]};
       args.push_back(values[KindOf(f[p++])]);
     }
-    const int op = in.Int(0, 2), log = in.Int(0, 2);  // log 2: adding to an old text
-    const Channel model{static_cast<unsigned short>(in.Int(0, 0xFFFF)), log > 0, "", "",
-                        log == 2 ? "old\n" : ""};
-    // A width or precision of 10000 or more would write that many bytes. The
-    // last choice: Output with the options, or after SetOutputOptions.
-    if (!std::regex_search(f, huge)) CheckFormat(op, f, args, model, in.Bool(), dir);
+    const int op = in.Int(0, 3), log = in.Int(0, 2);  // log 2: adding to an old text
+    const Channel model{in.Int(0, 0xFFFF), log > 0, log == 2 ? "old\n" : ""};
+    // A width or precision of 10000 or more would write that many bytes.
+    if (!std::regex_search(f, huge)) CheckFormat(op, f, args, model);
   }
 }
 
