@@ -5,9 +5,7 @@
 
 #include "FormatModel.h"
 
-TEST(FormatScan, WriteLineOutputAndPrintLogFollowTheModel) {
-  model::RunSeeds(format_model::RunFormatOps, 20, 800);
-}
+TEST(FormatScan, FollowsTheModel) { model::RunSeeds(format_model::RunFormatOps, 20, 800); }
 
 // Formats the seeded run meets seldom or never, through WriteLine and Output
 // beside the model: "hh", numbers at and past INT_MAX, a precision on a
