@@ -15,6 +15,7 @@
 #include <cmath>
 #include <cstring>
 #include <regex>
+#include <variant>
 
 #include "ModelRun.h"
 #include "TestSupport.h"
@@ -22,21 +23,20 @@
 namespace format_model {
 
 inline bool In(const char* set, char c) { return c != '\0' && std::strchr(set, c) != nullptr; }
-// The argument a letter takes: 'd' an int, 'f' a double, 's' a text.
-inline char KindOf(char letter) { return In("ef", letter) ? 'f' : letter == 's' ? 's' : 'd'; }
 
-struct Arg {
-  char kind;
-  int i = 0;
-  double d = 0;
-  const char* text = nullptr;
-};
+using Arg = std::variant<int, double, const char*>;
+enum Kind : std::size_t { kInt, kDouble, kText };  // the index of each in Arg
+// The argument a conversion letter takes.
+inline Kind KindOf(char c) { return In("eEfFgGaA", c) ? kDouble : c == 's' ? kText : kInt; }
+inline const char* Shown(const char* text) { return text ? text : "(null)"; }
 
+// What printf writes for one directive. Widths and precisions stay below
+// 10000 (larger ones only on short texts), so the buffer holds every value;
+// a %c of 0 leaves a NUL byte in it.
 template <typename T>
 std::string Printf(const std::string& directive, T value) {
-  std::string out(static_cast<std::size_t>(std::snprintf(nullptr, 0, directive.c_str(), value)), 0);
-  std::snprintf(&out[0], out.size() + 1, directive.c_str(), value);
-  return out;  // a %c of 0 leaves a NUL byte in it
+  std::vector<char> out(20000);
+  return std::string(out.data(), std::snprintf(out.data(), out.size(), directive.c_str(), value));
 }
 
 // "%%" is one "%", nothing else changes.
@@ -55,23 +55,24 @@ inline bool Value(const std::string& c, char letter, const Arg* a, std::string& 
   if (!std::regex_match(c, m, grammar) || c.size() > 254) return false;
   if (!m[2].matched) return out += Literal(c), true;
   const std::string flags = m[3], length = m[7];
-  const char conv = m.str(8)[0], kind = In("eEfFgGaA", conv) ? 'f' : conv == 's' ? 's' : 'd';
+  const char conv = m.str(8)[0];
+  const Kind kind = KindOf(conv);
   if (!a || !In("diouxXceEfFgGaAs", conv) || kind != KindOf(letter) ||
       std::stod("0" + m.str(4)) > INT_MAX || std::stod("0" + m.str(6)) > INT_MAX ||
       (In(flags.c_str(), '#') && In("diucs", conv)) || (In(flags.c_str(), '0') && In("cs", conv)) ||
       (m[5].matched && conv == 'c') ||
-      (!length.empty() && (In("cs", conv) || (kind == 'f' && length != "l"))))
+      (!length.empty() && (In("cs", conv) || (kind == kDouble && length != "l"))))
     return false;
   // The int is a 32-bit pattern, zero-extended by the wide modifiers (all
   // of them 64 bits here, so "ll" stands for them).
-  const bool wide = In("ljzt", length[0]) && kind == 'd', sign = In("dic", conv);
+  const bool wide = In("ljzt", length[0]) && kind == kInt, sign = In("dic", conv);
   const std::string d = "%" + flags + m.str(4) + m.str(5) + (wide ? "ll" : length) + conv;
-  const unsigned u = static_cast<unsigned>(a->i);
+  const unsigned u = kind == kInt ? std::get<kInt>(*a) : 0;
   out += Literal(m[1]);
-  out += kind == 'f'   ? Printf(d, a->d)
-         : kind == 's' ? Printf(d, a->text ? a->text : "(null)")
-         : wide        ? (sign ? Printf(d, 0LL + u) : Printf(d, 0ULL + u))
-                       : (sign ? Printf(d, a->i) : Printf(d, u));
+  out += kind == kDouble ? Printf(d, std::get<kDouble>(*a))
+         : kind == kText ? Printf(d, Shown(std::get<kText>(*a)))
+         : wide          ? (sign ? Printf(d, 0LL + u) : Printf(d, 0ULL + u))
+                         : (sign ? Printf(d, static_cast<int>(u)) : Printf(d, u));
   return out += Literal(m[9]), true;
 }
 
@@ -88,7 +89,7 @@ int Scan(const std::string& f, const std::vector<Arg>* args, int fail, bool outp
     std::string value, c = f.substr(percent, letter - percent + 1);
     if (letter == std::string::npos || !Value(c, f[letter], a, value)) return fail;
     if (const int code = emit(f.substr(pos, percent - pos))) return code;
-    if (output && a->kind == 's') value = a->text ? a->text : "(null)";
+    if (output && a->index() == kText) value = Shown(std::get<kText>(*a));
     if (output && value.size() > 255) return fail;
     if (const int code = emit(output ? value.c_str() : value)) return code;
     pos = letter + 1;
@@ -97,9 +98,9 @@ int Scan(const std::string& f, const std::vector<Arg>* args, int fail, bool outp
 
 // The console (standard output or error) and the log file of an LMsgOutput.
 struct Channel {
-  unsigned short options;
+  int options;
   bool log = false;  // a log file is open
-  std::string out{}, err{}, logText{};
+  std::string logText{}, out{}, err{};
 
   void Print(const std::string& text) {
     if (options & (LMSG_OUTPUT_STDERR | LMSG_OUTPUT_STDOUT))
@@ -114,47 +115,35 @@ struct Channel {
   }
 };
 
-// Calls call with the arguments, each as the type its conversion takes.
-template <typename Call, typename... A>
-int CallWith(const std::vector<Arg>& args, Call call, A... a) {
-  if constexpr (sizeof...(A) < 3) {
-    if (sizeof...(A) < args.size()) {
-      const Arg& x = args[sizeof...(A)];
-      return x.kind == 'd'   ? CallWith(args, call, a..., x.i)
-             : x.kind == 'f' ? CallWith(args, call, a..., x.d)
-                             : CallWith(args, call, a..., x.text);
-    }
-  }
-  return call(a...);
-}
-
 // Hands the format f with args (one per conversion, at most three) to
-// WriteLine (op 0), to Output (op 1) or, without them, to PrintLog (op 2),
-// over the file "out" in dir, which holds model.logText; the result, the
-// console and the file must be those of the model.
-inline void CheckFormat(int op, const std::string& f, const std::vector<Arg>& args, Channel model,
-                        bool withOptions, const testsupport::TempDir& dir) {
+// WriteLine (op 0), to Output after SetOutputOptions (op 1) or with the
+// options (op 3), or, without them, to PrintLog (op 2), over a file that
+// holds model.logText; the result, the console and the file must be those
+// of the model.
+inline void CheckFormat(int op, const std::string& f, std::vector<Arg> args, Channel model) {
+  const testsupport::TempDir dir;
   const std::string path = dir / "out";
   model::Step() = "operation " + std::to_string(op) + " of \"" + f + "\"";
   testsupport::WriteFile(path, model.logText);
   LMsgOutput channel;
   // A fresh log when it holds no text.
   if (model.log) MODEL_CHECK(channel.InitLogFile(path.c_str(), model.logText.empty()) == 0);
-  if (!withOptions || op == 2) channel.SetOutputOptions(model.options);
+  if (op != 3) channel.SetOutputOptions(model.options);
   // What WriteLine writes, or what Output shows and logs.
   const auto emit = [&](const std::string& s) {
     return op == 0 ? (model.logText += s, 0) : (model.Print(s), model.PrintLog(s) ? -2 : 0);
   };
-  const int want = op == 2 ? model.PrintLog(f) : Scan(f, &args, op ? -1 : -2, op == 1, emit);
+  const int want = op == 2 ? model.PrintLog(f) : Scan(f, &args, op ? -1 : -2, op != 0, emit);
   testsupport::CaptureStream out(stdout), err(stderr);
   channel.Print(nullptr);  // writes nothing
   const auto call = [&](auto... a) {
-    return op == 0       ? LFile(path.c_str(), "ab").WriteLine(f.c_str(), a...)
-           : withOptions ? channel.Output(model.options, f.c_str(), a...)
-                         : channel.Output(f.c_str(), a...);
+    return op == 0   ? LFile(path.c_str(), "ab").WriteLine(f.c_str(), a...)
+           : op == 1 ? channel.Output(f.c_str(), a...)
+                     : channel.Output(model.options, f.c_str(), a...);
   };
-  const int got = op == 2 ? channel.PrintLog(f.c_str()) : CallWith(args, call);
-  model::Step() += " gives " + std::to_string(got) + ", not " + std::to_string(want);
+  args.resize(3);  // each call passes three: printf ignores those it does not read
+  const int got =
+      op == 2 ? channel.PrintLog(f.c_str()) : std::visit(call, args[0], args[1], args[2]);
   MODEL_CHECK(out.Release() + "|" + err.Release() == model.out + "|" + model.err);
   MODEL_CHECK(got == want);
   // A new log that fails replaces the old, which is closed, and so flushed,
@@ -168,7 +157,6 @@ inline void RunFormatOps(model::OpInput& in) {
   static const char* const kTexts[] = {nullptr, "", "ab", "%d", "50% done", "a%%b"};
   static const double kDoubles[] = {0.0, -0.0, 1e300, 5e-324, INFINITY, -NAN};
   static const std::regex huge("[1-9][0-9]{4}");
-  const testsupport::TempDir dir;
   while (!in.Done()) {
     std::string f = in.Text(24, "%%%%%ddfxXesciougaEpn*$'.-+ #00129hhhlljztLa\n");
     std::vector<Arg> args;
@@ -176,16 +164,15 @@ inline void RunFormatOps(model::OpInput& in) {
       if (args.size() == 3) f.resize(p);
       p = f.find_first_of("dfxXes", p);
       if (p == std::string::npos) break;
-      args.push_back({KindOf(f[p++]), in.Edge({0, -1, INT_MIN, INT_MAX}, -300, 300),
-                      in.Bool() ? kDoubles[in.Int(0, 5)] : in.Int(-9999, 9999) / 16.0,
-                      kTexts[in.Int(0, 5)]});
+      const Arg values[] = {in.Edge({0, -1, INT_MIN, INT_MAX}, -300, 300),
+                            in.Bool() ? kDoubles[in.Int(0, 5)] : in.Int(-9999, 9999) / 16.0,
+                            kTexts[in.Int(0, 5)]};
+      args.push_back(values[KindOf(f[p++])]);
     }
-    const int op = in.Int(0, 2), log = in.Int(0, 2);  // log 2: adding to an old text
-    const Channel model{static_cast<unsigned short>(in.Int(0, 0xFFFF)), log > 0, "", "",
-                        log == 2 ? "old\n" : ""};
-    // A width or precision of 10000 or more would write that many bytes. The
-    // last choice: Output with the options, or after SetOutputOptions.
-    if (!std::regex_search(f, huge)) CheckFormat(op, f, args, model, in.Bool(), dir);
+    const int op = in.Int(0, 3), log = in.Int(0, 2);  // log 2: adding to an old text
+    const Channel model{in.Int(0, 0xFFFF), log > 0, log == 2 ? "old\n" : ""};
+    // A width or precision of 10000 or more would write that many bytes.
+    if (!std::regex_search(f, huge)) CheckFormat(op, f, args, model);
   }
 }
 

@@ -6,10 +6,8 @@
 
 #include <filesystem>
 #include <optional>
-#include <regex>
 
-#include "ModelRun.h"
-#include "TestSupport.h"
+#include "FormatModel.h"
 
 namespace {
 
@@ -36,8 +34,8 @@ void RunLogOps(model::OpInput& in) {
     if (op > 0 && here) file = op == 4 ? "" : file.value_or("");  // opened, or made anew
     if (op == 1) log.LogHeader(t);
     if (op == 1 && here) *file += "\t\t\tKorvane Semiconductor Corporation\n\t\t\t" + text + "\n\n";
-    if (op == 2) log.WriteMessage(t);  // "%%" is one "%", nothing else changes
-    if (op == 2 && here) *file += "@" + std::regex_replace(text, std::regex("%%"), "%");
+    if (op == 2) log.WriteMessage(t);  // as a format without arguments, which Print shows
+    if (op == 2 && here) *file += "@" + format_model::Literal(text);
     if (op == 3) log.WriteMessage2(t);
     if (op == 3 && here) *file += "@" + text;
     if (op == 4) log.Clear();
