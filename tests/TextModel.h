@@ -65,9 +65,7 @@ struct Slot {
 // Three strings; after every operation each has its length, counted bytes and
 // terminator checked. The add position shows whenever AddString runs.
 inline void RunTextOps(model::OpInput& in) {
-  int (LCString::*const by_text[])(char const*) = {
-      &LCString::Find, &LCString::FindOneOf, &LCString::ReverseFind, &LCString::ReverseFindOneOf};
-  int (LCString::*const by_string[])(LCString const&) = {
+  int (LCString::*const search[])(LCString const&) = {
       &LCString::Find, &LCString::FindOneOf, &LCString::ReverseFind, &LCString::ReverseFindOneOf};
   Slot slots[3];
   LString ls;
@@ -85,49 +83,38 @@ inline void RunTextOps(model::OpInput& in) {
     // before the operation: src is a heap copy of their terminated view (null
     // when n is -2), sub one of text (null when n is -1). lop picks what is
     // checked.
-    const int lop = op % 16, vlen = static_cast<int>(view.size());
+    const int lop = op % 14, vlen = static_cast<int>(view.size());
     auto hs = Heap(view), htext = Heap(text);
     char* src = n == -2 ? nullptr : hs.data();
     char const* sub = n == -1 ? nullptr : htext.data();
-    // std::string's searches, a NUL character standing for the empty text.
-    const std::string as_text(ch == '\0' ? 0 : 1, ch);
-    const int hits[] = {Pos(view.find(text)),          Pos(view.find(as_text)),
-                        Pos(view.find_first_of(text)), Pos(view.rfind(text)),
-                        Pos(view.rfind(as_text)),      Pos(view.find_last_of(text))};
-    const int seen[] = {ls.Find(src, sub),       ls.Find(src, ch),
-                        ls.FindOneOf(src, sub),  ls.ReverseFind(src, sub),
-                        ls.ReverseFind(src, ch), ls.ReverseFindOneOf(src, sub)};
-    const bool miss = src == nullptr || vlen == 0 || (sub == nullptr && lop != 1 && lop != 4);
-    if (lop < 6) MODEL_CHECK(seen[lop] == (miss ? -1 : hits[lop]));
-    // Left, Right and Mid into a block of the result's size filled with '#',
-    // into src itself (n odd), or into null (n 0); a null src writes nothing.
-    const int from = lop == 6 ? 0 : lop == 7 ? vlen - std::min(std::max(x, 0), vlen) : x;
-    const std::string part = Cut(view, from, lop == 8 ? y : x);
-    std::string block(part.size() + 1, '#'), changed = bytes;
-    char* into = n % 2 ? src : n == 0 ? nullptr : &block[0];
-    if (lop == 6) ls.Left(into, src, x);
-    if (lop == 7) ls.Right(into, src, x);
-    if (lop == 8) ls.Mid(into, src, x, y);
-    if (lop >= 6 && lop <= 8 && into == &block[0])
-      MODEL_CHECK(block == (src ? part + '\0' : std::string(part.size() + 1, '#')));
-    if (lop >= 6 && lop <= 8 && src) MODEL_CHECK(src == (into == src ? part : view));
-    // TrimRight overwrites what it removes with NUL.
-    const std::string kept = Trimmed(view, false), nuls(vlen + 1 - kept.size(), '\0');
-    if (lop == 9) ls.TrimLeft(src);
-    if (lop == 9 && src) MODEL_CHECK(src == Trimmed(view, true));
-    if (lop == 10) ls.TrimRight(src);
-    if (lop == 10 && src) MODEL_CHECK(std::string(src, vlen + 1) == kept + nuls);
+    const int hits[] = {Pos(view.find(text)), Pos(view.find_first_of(text)), Pos(view.rfind(text)),
+                        Pos(view.find_last_of(text))};
+    const int seen[] = {ls.Find(src, sub), ls.FindOneOf(src, sub), ls.ReverseFind(src, sub),
+                        ls.ReverseFindOneOf(src, sub)};
+    if (lop < 4) MODEL_CHECK(seen[lop] == (src && sub && vlen > 0 ? hits[lop] : -1));
+    // Left, Right and Mid into a block of the result's size filled with '#';
+    // a null src writes nothing.
+    const int from = lop == 4 ? 0 : lop == 5 ? vlen - std::max(x, 0) : x;
+    const std::string part = Cut(view, from, lop == 6 ? y : x), blank(part.size() + 1, '#');
+    std::string block = blank, changed = bytes;
+    if (lop == 4) ls.Left(&block[0], src, x);
+    if (lop == 5) ls.Right(&block[0], src, x);
+    if (lop == 6) ls.Mid(&block[0], src, x, y);
+    if (lop >= 4 && lop <= 6) MODEL_CHECK(block == (src ? part + '\0' : blank));
+    if (lop == 7) ls.TrimLeft(src);
+    if (lop == 8) ls.TrimRight(src);
+    if ((lop == 7 || lop == 8) && src) MODEL_CHECK(src == Trimmed(view, lop == 7));
     // The case mappings and strrev: the char* forms on src, the std::string
     // forms on changed, a copy of all the bytes.
-    if (lop == 11) MODEL_CHECK(strupr(src) == src);
-    if (lop == 12) MODEL_CHECK(strlwr(src) == src);
-    if (lop == 13) strupr(changed);
-    if (lop == 14) strlwr(changed);
-    if (lop == 15) strrev(src);
+    if (lop == 9) MODEL_CHECK(strupr(src) == src);
+    if (lop == 10) MODEL_CHECK(strlwr(src) == src);
+    if (lop == 11) strupr(changed);
+    if (lop == 12) strlwr(changed);
+    if (lop == 13) strrev(src);
     const std::string mapped[] = {Mapped(view), Mapped(view, 'A', 'a'), Mapped(bytes),
                                   Mapped(bytes, 'A', 'a'), std::string(view.rbegin(), view.rend())};
-    if (lop == 13 || lop == 14) MODEL_CHECK(changed == mapped[lop - 11]);
-    if (lop >= 11 && lop != 13 && lop != 14 && src) MODEL_CHECK(src == mapped[lop - 11]);
+    if (lop == 11 || lop == 12) MODEL_CHECK(changed == mapped[lop - 9]);
+    if (lop >= 9 && lop != 11 && lop != 12 && src) MODEL_CHECK(src == mapped[lop - 9]);
 
     if (op == 1) c.Set(new LCString(n), std::string(std::max(n, 0), '\0'));
     if (op == 2) c.Set(new LCString(text.c_str()), text, true);
@@ -163,20 +150,16 @@ inline void RunTextOps(model::OpInput& in) {
     if (op == 18) s.MakeLower(), bytes = Mapped(bytes, 'A', 'a');
     if (op == 19) s.MakeReverse(), std::reverse(bytes.begin(), bytes.end());
     if (op >= 20 && op <= 23) {
-      // The argument: a text, another string's terminated view, null, or a
-      // piece of the string's own bytes (up to a NUL), which is sure to be
-      // found. The reverse searches see only the bytes behind the last NUL
-      // (npos + 1 is 0).
-      const int form = in.Int(0, 3);
-      const std::string piece = Cut(bytes, x, y).c_str();
-      const std::string& needle = form == 1 ? other : form == 3 ? piece : text;
+      // The argument: a text, another string's terminated view, or a piece of
+      // the string's own bytes (up to a NUL), which is sure to be found. The
+      // reverse searches see only the bytes behind the last NUL (npos + 1 is 0).
+      const std::string needles[] = {text, other, Cut(bytes, x, y).c_str()};
+      const std::string& needle = needles[in.Int(0, 2)];
       const int tail = static_cast<int>(bytes.rfind('\0') + 1);
       const int found[] = {Pos(view.find(needle)), Pos(view.find_first_of(needle)),
                            needle.empty() ? len : Pos(bytes.substr(tail).rfind(needle), tail),
                            Pos(bytes.substr(tail).find_last_of(needle), tail)};
-      const int got = form == 1 ? (s.*by_string[op - 20])(*b.s)
-                                : (s.*by_text[op - 20])(form == 2 ? nullptr : needle.c_str());
-      MODEL_CHECK(got == (len < 1 || form == 2 ? -1 : found[op - 20]));
+      MODEL_CHECK((s.*search[op - 20])(LCString(needle)) == (len < 1 ? -1 : found[op - 20]));
     }
     // Find(char) and ReverseFind(char) are strchr and strrchr: they see the terminator.
     if (op == 24) MODEL_CHECK(s.Find(ch) == (len < 1 ? -1 : Pos((view + '\0').find(ch))));
@@ -200,9 +183,9 @@ inline void RunTextOps(model::OpInput& in) {
       const bool want[] = {order == 0, order != 0, 0 > order, 0 < order, order <= 0, order >= 0};
       for (int i = 0; i < 6; ++i) MODEL_CHECK(relations[i] == want[i]);
     }
-    const char* versus = n < 0 ? nullptr : text.c_str();  // null is unequal to every string
-    if (op == 33) MODEL_CHECK((s == versus) == (versus != nullptr && view == text));
-    if (op == 33) MODEL_CHECK((s != versus) == (versus == nullptr || view != text));
+    // sub, null when n is -1, is unequal to every string then.
+    if (op == 33) MODEL_CHECK((s == sub) == (sub != nullptr && view == text));
+    if (op == 33) MODEL_CHECK((s != sub) == (sub == nullptr || view != text));
     if (op == 34) {
       // One NUL for an empty string; else as many bytes of the terminated view
       // as count and limit allow, NUL-padded to that number, then a NUL.
@@ -216,10 +199,8 @@ inline void RunTextOps(model::OpInput& in) {
     }
     for (const Slot& each : slots) {
       MODEL_CHECK(each.s->GetLength() == each.Length());
-      MODEL_CHECK(each.s->IsEmpty() == each.bytes.empty());
-      // The counted bytes, then the terminator.
-      MODEL_CHECK(std::memcmp(each.s->c_str(), each.bytes.c_str(), each.bytes.size() + 1) == 0);
-      MODEL_CHECK(LTEXT(*each.s) == each.s->c_str());
+      // The counted bytes, then the terminator, as LTEXT gives them.
+      MODEL_CHECK(std::memcmp(LTEXT(*each.s), each.bytes.c_str(), each.bytes.size() + 1) == 0);
     }
   }
 }
