@@ -11,17 +11,21 @@
 #include <tuple>
 
 // Every byte value against printf's upper-case hex and strtol's reading of a
-// digit, and util_Bin2HexAnsi (each byte by util_SplitBin2Char) of all of them
+// digit, util_FlipByte against the bits read in the other direction, and
+// util_Bin2HexAnsi (each byte by util_SplitBin2Char) of all of them
 // at once against printf's text; then a count of 0, which writes only the NUL.
 TEST(HexConversion, EveryByteAgainstTheCLibrary) {
   unsigned char all[256], out[514];
   char text[514];
   for (int i = 0; i < 256; ++i) {
-    char digit[2] = {static_cast<char>(i), '\0'};
+    char digit[2] = {static_cast<char>(i), '\0'}, flipped = digit[0], mirrored = 0;
     all[i] = static_cast<unsigned char>(i);
     std::snprintf(text + 2 * i, 3, "%02X", i);
     EXPECT_EQ(util_Hex2HexAnsi(all[i]), i < 16 ? text[2 * i + 1] : 0) << i;  // the byte 0 above 15
     EXPECT_EQ(util_HexAnsi2Hex(digit[0]), std::isxdigit(i) ? std::strtol(digit, nullptr, 16) : 0);
+    for (int bit = 0; bit < 8; ++bit) mirrored = static_cast<char>(mirrored << 1 | (i >> bit & 1));
+    util_FlipByte(flipped);
+    EXPECT_EQ(flipped, mirrored) << i;
   }
   util_Bin2HexAnsi(all, out, 256);
   EXPECT_STREQ(reinterpret_cast<char*>(out), text);

@@ -92,18 +92,24 @@ inline void RunTextOps(model::OpInput& in) {
     const int seen[] = {ls.Find(src, sub), ls.FindOneOf(src, sub), ls.ReverseFind(src, sub),
                         ls.ReverseFindOneOf(src, sub)};
     if (lop < 4) MODEL_CHECK(seen[lop] == (src && sub && vlen > 0 ? hits[lop] : -1));
-    // Left, Right and Mid into a block of the result's size filled with '#';
-    // a null src writes nothing.
+    // Left, Right and Mid into a block of the result's size filled with '#',
+    // into src itself, or into null; a null src writes nothing.
     const int from = lop == 4 ? 0 : lop == 5 ? vlen - std::max(x, 0) : x;
     const std::string part = Cut(view, from, lop == 6 ? y : x), blank(part.size() + 1, '#');
     std::string block = blank, changed = bytes;
-    if (lop == 4) ls.Left(&block[0], src, x);
-    if (lop == 5) ls.Right(&block[0], src, x);
-    if (lop == 6) ls.Mid(&block[0], src, x, y);
-    if (lop >= 4 && lop <= 6) MODEL_CHECK(block == (src ? part + '\0' : blank));
+    char* dst = n == 8 ? src : n == 9 ? nullptr : &block[0];
+    if (lop == 4) ls.Left(dst, src, x);
+    if (lop == 5) ls.Right(dst, src, x);
+    if (lop == 6) ls.Mid(dst, src, x, y);
+    if (lop >= 4 && lop <= 6) MODEL_CHECK(block == (src && dst == &block[0] ? part + '\0' : blank));
+    if (lop >= 4 && lop <= 6 && src) MODEL_CHECK(src == (dst == src ? part : view));
+    // TrimRight overwrites what it removes with NUL.
     if (lop == 7) ls.TrimLeft(src);
     if (lop == 8) ls.TrimRight(src);
-    if ((lop == 7 || lop == 8) && src) MODEL_CHECK(src == Trimmed(view, lop == 7));
+    if (lop == 7 && src) MODEL_CHECK(src == Trimmed(view, true));
+    const std::string kept = Trimmed(view, false);
+    if (lop == 8 && src)
+      MODEL_CHECK(std::string(src, vlen) == kept + std::string(vlen - kept.size(), 0));
     // The case mappings and strrev: the char* forms on src, the std::string
     // forms on changed, a copy of all the bytes.
     if (lop == 9) MODEL_CHECK(strupr(src) == src);
