@@ -18,7 +18,8 @@
 // text behind an "<E/>" moves to the next line, and the last line has no line
 // end. In the second a statement of exactly 16 MiB behind a comment stands
 // ahead of the blocks, and a lone comment end stays in a statement whose first
-// line holds only its first character. An empty file fails the load.
+// line holds only its first character. An empty file and one without a header
+// fail the load, each with its own reason.
 TEST(ErrdefTool, ReportsAndExitStatus) {
   const std::string a(30000, 'a');
   const std::tuple<std::string, const char*, int, std::string> rows[] = {
@@ -57,6 +58,8 @@ TEST(ErrdefTool, ReportsAndExitStatus) {
        "\"2<S/>-->b<S/>STOP<E/>\"\n"
        "defs.txt: warning: no offset statement has the value 5: nothing is loaded\n\n3 warnings\n"},
       {"", "defs.txt", 2, "defs.txt: load failed with result -1: the file is empty\n"},
+      {"x\n", "defs.txt", 2,
+       "defs.txt: load failed with result -1: no line holds \"<ErrorMessageDefinition>\"\n"},
   };
   for (const auto& [file, args, status, out] : rows) {
     const testsupport::TempDir dir;
