@@ -29,7 +29,11 @@ TEST(HexConversion, EveryByteAgainstTheCLibrary) {
   }
   util_Bin2HexAnsi(all, out, 256);
   EXPECT_STREQ(reinterpret_cast<char*>(out), text);
+  util_Bin2HexAnsi(all + 0xAB, out + 4, 1);  // two digits and a NUL, the rest kept
+  EXPECT_EQ(std::string(reinterpret_cast<char*>(out + 4), 4), (std::string{'A', 'B', '\0', '3'}));
   util_Bin2HexAnsi(all, out + 1, 0);
+  util_Bin2HexAnsi(nullptr, out, 3);  // null buffers: nothing is written
+  util_Bin2HexAnsi(all, nullptr, 3);
   EXPECT_EQ(std::string(reinterpret_cast<char*>(out), 3), (std::string{'0', '\0', '0'}));
 }
 

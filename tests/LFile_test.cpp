@@ -156,10 +156,12 @@ TEST(LFile, CodesHaveTheirTexts) {
 }
 
 TEST(LFile, StreamFailuresStoreTheirCodes) {
-  unsigned char byte = 0;
+  unsigned char bytes[2] = {};
   // fopen reads "rw" as "r" and "wr" as "w"; the object takes both as read
   // and write, so the stream refuses the other direction (ferror).
-  EXPECT_GT(LFile((kDir / "f").c_str(), "wr").Read(1, &byte), 0);
+  EXPECT_GT(LFile((kDir / "f").c_str(), "wr").Read(1, bytes), 0);
+  EXPECT_GT(LFile((kDir / "f").c_str(), "wr").ReadLine(2, reinterpret_cast<char*>(bytes)), 0);
+  EXPECT_GT(LFile((kDir / "f").c_str(), "rw").Write(1, bytes), 0);
   EXPECT_GT(LFile((kDir / "f").c_str(), "rw").WriteChar('x'), 0);
   EXPECT_GT(LFile((kDir / "f").c_str(), "rw").WriteLine("%d", 1), 0);
   EXPECT_EQ(LFile((kDir / "f").c_str(), "rw").WriteLine("no ferror test of the last piece"), 0);

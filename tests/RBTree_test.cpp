@@ -1,9 +1,7 @@
 #include "RBTreeModel.h"
 #include "TestSupport.h"
 
-TEST(RBTree, EveryOperationKeepsTheRulesAndTheKeys) {
-  model::RunSeeds(rbmodel::RunRBTreeOps, 40, 700);
-}
+TEST(RBTree, KeepsTheRulesAndTheKeys) { model::RunSeeds(rbmodel::RunRBTreeOps, 40, 700); }
 
 // The dump of a tree of one-letter keys inserted in the order abcd: left
 // subtree, right subtree, then the node, each with its depth.
